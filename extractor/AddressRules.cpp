@@ -1,0 +1,109 @@
+#include "extractor/AddressRules.h"
+
+#include "platform/Text.h"
+
+namespace vantorin {
+
+bool EndsWithSlash(std::string_view s) { return LastChar(Replace(s, "\\", "/")) == "/"; }
+
+std::string GetExtension(std::string_view s) {
+    std::size_t dot = s.rfind('.');
+    return dot == std::string_view::npos ? std::string(s) : std::string(s.substr(dot));
+}
+
+namespace {
+
+bool HasHttpScheme(std::string_view trimmed) { return Left(LCase(trimmed), 7) == "http://"; }
+
+// The walk that stops at the first delimiter; the characters before it.
+template <typename IsDelimiter>
+std::string CutAt(std::string_view s, IsDelimiter isDelimiter) {
+    for (std::size_t i = 0; i < s.size(); ++i)
+        if (isDelimiter(s[i])) return std::string(s.substr(0, i));
+    return std::string(s);
+}
+
+}  // namespace
+
+std::string StripHttp(std::string_view s) {
+    std::string t = Trim(s);
+    if (HasHttpScheme(t)) t = Mid(t, 8);
+    ReplaceIn(t, "http:\\\\", "");
+    ReplaceIn(t, "\\", "/");
+    return t;
+}
+
+std::string UrlToPathPart(std::string_view s) {
+    std::string t = Trim(s);
+    if (HasHttpScheme(t)) t = Mid(t, 8);
+    ReplaceIn(t, "www.", "");
+    t = Trim(t);
+    ReplaceIn(t, "/", "\\");
+    return Trim(t);
+}
+
+std::string CollapseSlashes(std::string_view s) {
+    std::string head = Left(s, 7);
+    std::string rest = Trim(Mid(s, 8));
+    ReplaceIn(rest, "//", "/");
+    return head + rest;
+}
+
+std::string CutLinkAtDelimiter(std::string_view s) {
+    return CutAt(s, [](char c) {
+        return c == '#' || c == '\'' || c == '>' || c == '}' || c == ' ' || c == ';';
+    });
+}
+
+std::string CutHostAtDelimiter(std::string_view s) {
+    return CutAt(s, [](char c) {
+        return c == '#' || c == '\'' || c == '>' || c == '}' || c == '?' || c == ' ' || c == '/' ||
+               c == '\\';
+    });
+}
+
+std::string CutDotDotOnce(std::string_view s) {
+    std::string t = Replace(s, "\\", "/");
+    std::size_t p = InStr(t, "/../");
+    if (p == 0) return t;
+    return Left(t, static_cast<long long>(p)) + Mid(t, static_cast<long long>(p + 4));
+}
+
+std::string ResolveDotDot(std::string_view s) {
+    std::string t = Replace(s, "\\", "/");
+    while (Contains(t, "/../")) {
+        std::string current, previous;
+        bool started = false;
+        for (char c : t) {
+            if (c == '/') {
+                if (started && current == "/..") break;
+                if (started) {
+                    previous = current;
+                    current.clear();
+                }
+                started = true;
+            }
+            if (started) current += c;
+        }
+        // Every pass shortens the text (the segment goes, or else the "../"
+        // does), so the loop ends on any input.
+        ReplaceIn(t, previous, "");
+        t = CutDotDotOnce(t);
+    }
+    return t;
+}
+
+std::string FormatThousands(std::string_view s) {
+    std::string t = LowerTrim(s);
+    if (t.size() < 4) return t;
+    std::string reversed = ReverseText(t);
+    std::string out;
+    out.reserve(t.size() + t.size() / 3);
+    for (std::size_t pos = 1; pos <= reversed.size(); ++pos) {
+        out += reversed[pos - 1];
+        if (pos % 3 == 0 && pos < reversed.size()) out += ',';
+    }
+    return ReverseText(out);
+}
+
+}  // namespace vantorin

@@ -1,0 +1,85 @@
+#include "output/LocalPath.h"
+
+#include "platform/Text.h"
+
+namespace vantorin {
+
+void MakeLocalPath(std::string& path, CrawlVariables& vars, FileSystem& fs) {
+    std::string p = Trim(path);
+    // Every "www." goes, also inside the target folder's own names: kept as designed.
+    ReplaceIn(p, "www.", "");
+    if (Left(p, 7) == "http://") p = Trim(Mid(p, 8));
+    ReplaceIn(p, "/", "\\");
+    ReplaceIn(p, "\\\\", "\\");
+    vars.SavePath = p;
+    path = p;
+
+    std::string made;
+    std::string rest = p;
+    for (std::size_t cut = rest.find('\\'); cut != std::string::npos; cut = rest.find('\\')) {
+        std::string part = rest.substr(0, cut + 1);
+        MakeFolder(Trim(made) + Trim(part), vars, fs);
+        made += part;
+        rest = Trim(std::string_view(rest).substr(cut + 1));
+    }
+}
+
+void MakeFolder(const std::string& folder, CrawlVariables& vars, FileSystem& fs) {
+    if (!fs.CreateFolder(folder)) return;
+    vars.MadeFolders += LCase(folder) + "*";
+}
+
+std::string CleanLinkName(std::string_view name) {
+    std::string s(name);
+    ReplaceIn(s, "*", "");
+    ReplaceIn(s, ">", "_");
+    ReplaceIn(s, "<", "_");
+    ReplaceIn(s, "{", "");
+    ReplaceIn(s, "}", "");
+    ReplaceIn(s, "?", "_");
+    ReplaceIn(s, "!", "_");
+    ReplaceIn(s, "&", "_");
+    ReplaceIn(s, "|", "");
+    // Three passes only: runs of nine or more "_" keep more than one, as designed.
+    ReplaceIn(s, "__", "_");
+    ReplaceIn(s, "__", "_");
+    ReplaceIn(s, "__", "_");
+    return s;
+}
+
+std::string CleanFileName(std::string_view name) {
+    std::string s = CleanLinkName(name);
+    if (!Contains(s, ".")) s += ".html";
+    return s;
+}
+
+bool IsTopLevelFile(std::string_view path, std::string_view siteHost) {
+    std::string p = Trim(LCase(Replace(path, "/", "\\")));
+    std::string key = LCase(siteHost) + "\\";
+    std::size_t at = InStr(p, key);  // 0 when absent, and the rule goes on with it
+    std::string rest = Mid(p, static_cast<long long>(at + key.size() + 1));
+    return !Contains(rest, "\\");
+}
+
+std::string GetToken(std::string_view text, int index, std::string_view separator) {
+    std::string t = Trim(text);
+    if (separator.empty() || !Contains(t, separator)) return index == 1 ? t : std::string();
+    // The walk compares one character with the separator, so a separator of
+    // more than one character never ends a field.
+    bool single = separator.size() == 1;
+    int counter = 1;
+    std::string field;
+    for (char c : t) {
+        if (single && c == separator.front()) {
+            if (counter == index) return field;
+            if (counter == 32767) return {};  // 16-bit overflow ends the routine
+            ++counter;
+            field.clear();
+        } else {
+            field += c;
+        }
+    }
+    return counter == index ? field : std::string();
+}
+
+}  // namespace vantorin

@@ -1,0 +1,49 @@
+#include "tests/support/TempDir.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace vantorin::testing {
+
+namespace fs = std::filesystem;
+
+TempDir::TempDir() {
+    std::string tmpl = (fs::temp_directory_path() / "vantorin-test-XXXXXX").string();
+    if (!mkdtemp(tmpl.data())) throw std::runtime_error("mkdtemp failed");
+    native_ = tmpl;
+    backslashed_ = native_;
+    for (char& c : backslashed_)
+        if (c == '/') c = '\\';
+    backslashed_ += '\\';
+}
+
+TempDir::~TempDir() {
+    std::error_code ec;
+    fs::permissions(native_, fs::perms::owner_all, fs::perm_options::add, ec);
+    fs::remove_all(native_, ec);
+}
+
+std::string TempDir::NativePath(const std::string& relative) const {
+    return native_ + "/" + relative;
+}
+
+std::string ReadNativeFile(const std::string& nativePath) {
+    std::ifstream in(nativePath, std::ios::binary);
+    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+bool NativeExists(const std::string& nativePath) {
+    std::error_code ec;
+    return fs::exists(nativePath, ec);
+}
+
+void WriteNativeFile(const std::string& nativePath, const std::string& bytes) {
+    fs::create_directories(fs::path(nativePath).parent_path());
+    std::ofstream out(nativePath, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+}  // namespace vantorin::testing

@@ -1,0 +1,18 @@
+// The link scanner: rewrites every known link spelling to "href=", walks from
+// one "href" to the next, makes each link absolute against the page's folder
+// and hands it to queue admission.
+#pragma once
+
+#include <string>
+
+#include "output/Mirror.h"
+#include "platform/StringList.h"
+
+namespace vantorin {
+
+// `text` is consumed: on return it holds what followed the last "href"
+// visited. `baseUrl` is made to end in "/" and written back.
+void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl,
+                  StringList& notTaken, Mirror& m);
+
+}  // namespace vantorin

@@ -4,7 +4,9 @@
 
 namespace vantorin {
 
-bool EndsWithSlash(std::string_view s) { return LastChar(Replace(s, "\\", "/")) == "/"; }
+bool EndsWithSlash(std::string_view s) {
+    return LastChar(Replace(s, "\\", "/")) == "/";
+}
 
 std::string GetExtension(std::string_view s) {
     std::size_t dot = s.rfind('.');
@@ -13,7 +15,9 @@ std::string GetExtension(std::string_view s) {
 
 namespace {
 
-bool HasHttpScheme(std::string_view trimmed) { return Left(LCase(trimmed), 7) == "http://"; }
+bool HasHttpScheme(std::string_view trimmed) {
+    return Left(LCase(trimmed), 7) == "http://";
+}
 
 // The walk that stops at the first delimiter; the characters before it.
 template <typename IsDelimiter>

@@ -5,17 +5,20 @@
 namespace vantorin {
 
 const std::vector<std::string>& DefaultFileTypes() {
-    static const std::vector<std::string> list = {".htm", ".html", ".php", ".asp",
-                                                  ".txt", ".gif",  ".jpg", ".jpeg",
-                                                  ".png", ".pdf",  ".zip", ".css"};
+    static const std::vector<std::string> list = {".htm", ".html", ".php", ".asp", ".txt", ".gif",
+                                                  ".jpg", ".jpeg", ".png", ".pdf", ".zip", ".css"};
     return list;
 }
 
 namespace {
-std::string TempFolder(const FileSystem& fs) { return fs.ProgramFolder() + "\\temp"; }
+std::string TempFolder(const FileSystem& fs) {
+    return fs.ProgramFolder() + "\\temp";
+}
 }  // namespace
 
-std::string FileTypesPath(const FileSystem& fs) { return TempFolder(fs) + "\\filetypes.txt"; }
+std::string FileTypesPath(const FileSystem& fs) {
+    return TempFolder(fs) + "\\filetypes.txt";
+}
 
 void SaveFileTypes(const std::vector<std::string>& list, FileSystem& fs) {
     std::string text;

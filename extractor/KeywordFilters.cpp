@@ -24,7 +24,9 @@ bool FillFilters(const std::vector<std::string>& lines, KeywordFilterArray& filt
 
 }  // namespace
 
-std::string FiltersPath(const FileSystem& fs) { return fs.ProgramFolder() + "\\filters.txt"; }
+std::string FiltersPath(const FileSystem& fs) {
+    return fs.ProgramFolder() + "\\filters.txt";
+}
 
 void ClearKeywordFilters(KeywordFilterArray& filters) {
     for (auto& f : filters) f.clear();

@@ -12,7 +12,7 @@ namespace vantorin {
 
 // `text` is consumed: on return it holds what followed the last "href"
 // visited. `baseUrl` is made to end in "/" and written back.
-void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl,
-                  StringList& notTaken, Mirror& m);
+void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl, StringList& notTaken,
+                  Mirror& m);
 
 }  // namespace vantorin

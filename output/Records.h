@@ -19,8 +19,8 @@ std::string GetPageText(const std::string& path, Mirror& m);
 
 // One search record ("! " + page path, then the text) for the page at the full
 // local `path`, fetched from `slotHost`; an immediate repeat is suppressed.
-void RecordSearchText(const std::string& text, std::string_view slotHost,
-                      const std::string& path, Mirror& m);
+void RecordSearchText(const std::string& text, std::string_view slotHost, const std::string& path,
+                      Mirror& m);
 
 // Deletes "*.tmp" in every folder this crawl made (MadeFolders).
 void RemoveTempFiles(Mirror& m);

@@ -22,8 +22,7 @@ public:
     // style: kOkOnly or kYesNo plus kCritical or kInformation (16, 20, 64, 68).
     virtual int MsgBox(const std::string& text, const std::string& title, int style) = 0;
     // nothing on cancel.
-    virtual std::optional<std::string> InputBox(const std::string& prompt,
-                                                const std::string& title,
+    virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                                 const std::string& defaultText) = 0;
 };
 

@@ -75,8 +75,7 @@ std::optional<fs::path> FindFolderAnyCase(const fs::path& p) {
         std::string wantLower = LCase(want);
         bool found = false;
         for (const auto& entry : fs::directory_iterator(at, ec)) {
-            if (LCase(entry.path().filename().string()) == wantLower &&
-                entry.is_directory(ec)) {
+            if (LCase(entry.path().filename().string()) == wantLower && entry.is_directory(ec)) {
                 at = entry.path();
                 found = true;
                 break;
@@ -203,8 +202,8 @@ bool FileSystem::DeleteFile(const std::string& path) {
 int FileSystem::DeleteMatching(const std::string& pattern) {
     fs::path native = ToNative(pattern);
     std::string mask = native.filename().string();
-    auto folder = FindFolderAnyCase(native.parent_path().empty() ? fs::path(".")
-                                                                  : native.parent_path());
+    auto folder =
+        FindFolderAnyCase(native.parent_path().empty() ? fs::path(".") : native.parent_path());
     if (!folder) return 0;
     int deleted = 0;
     std::error_code ec;

@@ -73,11 +73,16 @@ char LowerChar(char c) {
     if (u >= 'A' && u <= 'Z') return static_cast<char>(u + 32);
     if (u >= 0xC0 && u <= 0xDE && u != 0xD7) return static_cast<char>(u + 32);
     switch (u) {
-        case 0x8A: return static_cast<char>(0x9A);
-        case 0x8C: return static_cast<char>(0x9C);
-        case 0x8E: return static_cast<char>(0x9E);
-        case 0x9F: return static_cast<char>(0xFF);
-        default: return c;
+        case 0x8A:
+            return static_cast<char>(0x9A);
+        case 0x8C:
+            return static_cast<char>(0x9C);
+        case 0x8E:
+            return static_cast<char>(0x9E);
+        case 0x9F:
+            return static_cast<char>(0xFF);
+        default:
+            return c;
     }
 }
 
@@ -86,11 +91,16 @@ char UpperChar(char c) {
     if (u >= 'a' && u <= 'z') return static_cast<char>(u - 32);
     if (u >= 0xE0 && u <= 0xFE && u != 0xF7) return static_cast<char>(u - 32);
     switch (u) {
-        case 0x9A: return static_cast<char>(0x8A);
-        case 0x9C: return static_cast<char>(0x8C);
-        case 0x9E: return static_cast<char>(0x8E);
-        case 0xFF: return static_cast<char>(0x9F);
-        default: return c;
+        case 0x9A:
+            return static_cast<char>(0x8A);
+        case 0x9C:
+            return static_cast<char>(0x8C);
+        case 0x9E:
+            return static_cast<char>(0x8E);
+        case 0xFF:
+            return static_cast<char>(0x9F);
+        default:
+            return c;
     }
 }
 
@@ -106,9 +116,13 @@ std::string UCase(std::string_view s) {
     return out;
 }
 
-std::string ReverseText(std::string_view s) { return std::string(s.rbegin(), s.rend()); }
+std::string ReverseText(std::string_view s) {
+    return std::string(s.rbegin(), s.rend());
+}
 
-std::string LowerTrim(std::string_view s) { return Trim(LCase(s)); }
+std::string LowerTrim(std::string_view s) {
+    return Trim(LCase(s));
+}
 
 std::string LastChar(std::string_view s) {
     if (Trim(s).empty()) return {};
@@ -117,7 +131,9 @@ std::string LastChar(std::string_view s) {
 
 namespace {
 
-bool IsSkippedBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool IsSkippedBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 // Reads sign, digits, fraction and exponent from `i`, skipping blanks between
 // them as a leading-number reader does. Returns the number of digits read.
@@ -134,7 +150,8 @@ int ReadNumber(std::string_view s, std::size_t& i, double& value) {
     }
     int digits = 0;
     std::string text;
-    while (i < s.size() && (std::isdigit(static_cast<unsigned char>(s[i])) || IsSkippedBlank(s[i]))) {
+    while (i < s.size() &&
+           (std::isdigit(static_cast<unsigned char>(s[i])) || IsSkippedBlank(s[i]))) {
         if (s[i] != ' ' && !IsSkippedBlank(s[i])) {
             text += s[i];
             ++digits;

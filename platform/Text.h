@@ -28,7 +28,9 @@ inline bool Contains(std::string_view s, std::string_view find) {
 std::string Mid(std::string_view s, long long start, long long length = -1);
 std::string Left(std::string_view s, long long n);
 std::string Right(std::string_view s, long long n);
-inline bool StartsWith(std::string_view s, std::string_view p) { return s.substr(0, p.size()) == p; }
+inline bool StartsWith(std::string_view s, std::string_view p) {
+    return s.substr(0, p.size()) == p;
+}
 
 // Trim removes blanks (code 32) only, never tabs or line ends.
 std::string Trim(std::string_view s);

@@ -12,14 +12,10 @@ TEST(Replace, OnePassLeftToRightNeverRescansItsOutput) {
         const char* with;
         const char* expected;
     } cases[] = {
-        {"///", "//", "/", "//"},
-        {"____", "__", "_", "__"},
-        {"aaa", "a", "aa", "aaaaaa"},
-        {"abc", "", "x", "abc"},
-        {"", "a", "b", ""},
-        {"http://http://x", "http://http://", "http://", "http://x"},
-        {"a\r\nb", "\r\n", "", "ab"},
-        {"xyx", "x", "", "y"},
+        {"///", "//", "/", "//"},     {"____", "__", "_", "__"},
+        {"aaa", "a", "aa", "aaaaaa"}, {"abc", "", "x", "abc"},
+        {"", "a", "b", ""},           {"http://http://x", "http://http://", "http://", "http://x"},
+        {"a\r\nb", "\r\n", "", "ab"}, {"xyx", "x", "", "y"},
         {"abab", "ab", "ba", "baba"},
     };
     for (const auto& c : cases) {
@@ -96,10 +92,10 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
         double value;
         bool numeric;
     } cases[] = {
-        {"12", 12, true},       {" 12 ", 12, true},   {"12 sec", 12, false}, {"abc", 0, false},
-        {"", 0, false},         {"-3", -3, true},     {"2.5", 2.5, true},    {"1e3", 1000, true},
-        {"0", 0, true},         {"24", 24, true},     {"+7", 7, true},       {".5", 0.5, true},
-        {"1 2", 12, true},      {"4x", 4, false},     {"-", 0, false},       {"  ", 0, false},
+        {"12", 12, true},  {" 12 ", 12, true}, {"12 sec", 12, false}, {"abc", 0, false},
+        {"", 0, false},    {"-3", -3, true},   {"2.5", 2.5, true},    {"1e3", 1000, true},
+        {"0", 0, true},    {"24", 24, true},   {"+7", 7, true},       {".5", 0.5, true},
+        {"1 2", 12, true}, {"4x", 4, false},   {"-", 0, false},       {"  ", 0, false},
     };
     for (const auto& c : cases) {
         EXPECT_DOUBLE_EQ(Val(c.text), c.value) << c.text;

@@ -47,7 +47,7 @@ struct ConnectionSlot {
 std::string BuildRequestText(const std::string& host, const std::string& path);
 
 class CrawlEngine {
-  public:
+public:
     // Makes the 24 sockets and timeout timers (20000 ms, disabled) and the
     // scheduler tick tmrMove (20 ms, disabled), and wires their events to the
     // handlers below. Every reference must outlive the engine.
@@ -113,9 +113,14 @@ class CrawlEngine {
     Mirror& MirrorState() { return mirror_; }
     bool Running() const { return !window_.Command1Enabled(); }
 
-  private:
+private:
     static bool ValidSlot(int i) { return i >= 1 && i <= kSlotCount; }
     double ConnectionsCount() const;  // the value of txtMax, read afresh
+    void LetPendingEventsRun() { RunPending(mirror_.yield); }
+    // Raised whenever a slot's socket is (re)connected or the slot is torn
+    // down, so a handler that let events run can tell that the job it was
+    // working on is no longer the slot's and leave the slot alone.
+    unsigned& AttemptId(int i) { return attemptIds_[static_cast<std::size_t>(i - 1)]; }
 
     WindowSeam& window_;
     Dialogs& dialogs_;
@@ -126,6 +131,7 @@ class CrawlEngine {
     std::array<std::unique_ptr<Socket>, kSlotCount> sockets_;
     std::array<std::unique_ptr<Timer>, kSlotCount> timeouts_;
     std::unique_ptr<Timer> tmrMove_;
+    std::array<unsigned, kSlotCount> attemptIds_{};
 };
 
 }  // namespace vantorin

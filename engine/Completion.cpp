@@ -1,0 +1,125 @@
+// Ending jobs and crawls: the timeout with its retries, completion, stop,
+// pause, exit, and the counters.
+#include "engine/CrawlEngine.h"
+#include "extractor/AddressRules.h"
+#include "output/Records.h"
+#include "output/SaveFile.h"
+#include "platform/Text.h"
+
+namespace vantorin {
+
+void CrawlEngine::tmrOut_Timer(int i) {
+    if (!ValidSlot(i)) return;
+    const unsigned attempt = AttemptId(i);
+    {
+        const ConnectionSlot& s = Slot(i);
+        // The blank-backslash-blank name differs from a finished download's
+        // on purpose; the save step treats it as the timeout's own name.
+        std::string name = " \\ " + s.Host + s.Path;
+        const std::string host = s.Host;
+        SaveFile("Unable to download this file. (Timeout)", name, host, mirror_, FilesDone);
+    }
+    LetPendingEventsRun();
+    // A stop or a new job on this slot while events ran leaves nothing to retry.
+    if (AttemptId(i) != attempt) return;
+    Sock(i).Close();
+    ResetSlotRow(i);
+
+    ConnectionSlot& s = Slot(i);
+    if (s.Attempts == 1 || s.Attempts == 2) {
+        // Response, BytesReceived and ContentLength are kept: the failed
+        // attempt's data stays in front of the new one, as designed.
+        ++s.Attempts;
+        ++AttemptId(i);
+        SetSlotStatus(i, "Connecting to " + s.Host);
+        Sock(i).Connect(s.Host, 80);
+    } else if (window_.List1().ListCount() == 0 && AllSocketsClosed()) {
+        SiteComplete();
+    }
+}
+
+bool CrawlEngine::AllSocketsClosed() const {
+    for (int i = 1; i <= kSlotCount; ++i) {
+        if (Sock(i).State() != kSockClosed) return false;
+    }
+    return true;
+}
+
+void CrawlEngine::SiteComplete() {
+    if (!Running()) return;
+    StopNOW();
+    window_.SetLabel6("Website Downloaded!");
+    RemoveTempFiles(mirror_);
+    LetPendingEventsRun();
+    const int answer = dialogs_.MsgBox(
+        "The website has been downloaded.\r\n\r\nWould you like to browse the download directory?",
+        "Done.", kYesNo + kInformation);
+    if (answer == kAnswerYes) shell_.OpenFolder(vars_.TargetFolder);
+}
+
+void CrawlEngine::StopNOW() {
+    // The tick goes first so that no connection starts while the slots are torn down.
+    tmrMove_->SetEnabled(false);
+    RemoveTempFiles(mirror_);
+    window_.List1().Clear();
+    CloseAllSockets();
+    for (int i = 1; i <= kSlotCount; ++i) {
+        SetSlotStatus(i, "Not Connected.");
+        ConnectionSlot& s = Slot(i);
+        s.Path = "";
+        s.Url = "";
+        s.Host = "";
+        s.Response = "";
+        ++AttemptId(i);
+        Sock(i).Close();
+        tmrOut(i).SetEnabled(false);
+    }
+    window_.SetCommand2Enabled(false);
+    window_.SetCommand1Enabled(true);
+    window_.SetText1Enabled(true);
+    window_.FocusText1();
+}
+
+void CrawlEngine::AskStop() {
+    const int answer =
+        dialogs_.MsgBox("Are you sure you want to cancel downloading the current website?",
+                        "Stop Download", kYesNo + kInformation);
+    if (answer != kAnswerYes) return;
+    StopNOW();
+    // The reloaded window's unload must not ask the exit question.
+    Stopping = true;
+    window_.ReloadWindow();
+    LetPendingEventsRun();
+    window_.SetLabel6("Operation Cancelled.");
+    window_.SetPauseEnabled(false);
+}
+
+void CrawlEngine::PauseBegin() {
+    tmrMove_->SetEnabled(false);
+}
+
+void CrawlEngine::PauseEnd() {
+    tmrMove_->SetEnabled(true);
+}
+
+bool CrawlEngine::ExitRequested() {
+    if (Stopping) return true;
+    const int answer =
+        dialogs_.MsgBox("Are you sure you want to exit?", "Exit Vantorin", kYesNo + kInformation);
+    if (answer == kAnswerNo) return false;
+    if (Running()) StopNOW();
+    RemoveTempFiles(mirror_);
+    LetPendingEventsRun();
+    tmrMove_->SetEnabled(false);
+    CloseAllSockets();
+    window_.EndProgram();
+    return true;
+}
+
+void CrawlEngine::UpdateStats() {
+    window_.SetLabel5(std::to_string(window_.List1().ListCount()) + " Files");
+    window_.SetLabel3(Trim(FormatThousands(std::to_string(FilesDone))) + " Files");
+    window_.SetLabel4(Trim(FormatThousands(std::to_string(TotalBytes))) + " Bytes");
+}
+
+}  // namespace vantorin

@@ -1,0 +1,153 @@
+// One HTTP/1.0 GET per slot: the request on connect, every chunk appended to
+// the slot's Response, and the finished job saved and scanned once the server
+// has closed its side.
+#include <limits>
+
+#include "engine/ByteSize.h"
+#include "engine/CrawlEngine.h"
+#include "extractor/LinkScanner.h"
+#include "output/SaveFile.h"
+#include "platform/Text.h"
+
+namespace vantorin {
+
+namespace {
+
+// A 32-bit counter add that would overflow fails as a statement and is skipped.
+void AddSkippingOverflow(std::int32_t& counter, std::size_t amount) {
+    const long long sum = static_cast<long long>(counter) + static_cast<long long>(amount);
+    if (sum <= std::numeric_limits<std::int32_t>::max()) counter = static_cast<std::int32_t>(sum);
+}
+
+// The value read from a chunk holding "Content-Length:" at 1-based `pos`:
+// 12 characters from the 16th after its start, trimmed, cut before the first
+// CR LF. Without a CR LF in that window the cut fails and the value is empty,
+// so a header split across chunks or an over-long value reads as 0.
+std::string ContentLengthText(const std::string& chunk, std::size_t pos) {
+    const std::string window = Trim(Mid(chunk, static_cast<long long>(pos) + 16, 12));
+    const std::size_t crlf = InStr(window, "\r\n");
+    if (crlf == 0) return "";
+    return Replace(Replace(Left(window, static_cast<long long>(crlf) - 1), "\r", ""), "\n", "");
+}
+
+// The page's folder address: Url cut just after its last "/"; an address
+// ending in "/" stays whole.
+std::string BaseOf(const std::string& url) {
+    std::string reversed = ReverseText(url);
+    if (!StartsWith(reversed, "/"))
+        reversed = Mid(reversed, static_cast<long long>(InStr(reversed, "/")));
+    return ReverseText(reversed);
+}
+
+}  // namespace
+
+std::string BuildRequestText(const std::string& host, const std::string& path) {
+    const std::string h = Trim(Replace(host, "/", ""));
+    const std::string p = Replace(path, "//", "/");
+    // "Referrer" with a double r and the bare host as its value are kept as designed.
+    return "GET " + p + " HTTP/1.0\r\n" + "Host: " + h + "\r\n" + "Referrer: " + h + "\r\n" +
+           "User-Agent: Internet Explorer 6.01\r\n" + "\r\n";
+}
+
+void CrawlEngine::Sock_Connect(int i) {
+    if (!ValidSlot(i)) return;
+    ConnectionSlot& s = Slot(i);
+    if (s.Url.empty()) {
+        Sock(i).Close();
+        SetSlotStatus(i, "Not Connected.");
+        return;
+    }
+    ReplaceIn(s.Path, "/index.html", "/");
+    const std::string request = BuildRequestText(s.Host, s.Path);
+    if (Contains(request, "GET /..") || Contains(request, "GET \\..")) {
+        // Never requested; the timeout timer keeps running and ends the job.
+        s.Response = "CANCEL";
+        Sock(i).Close();
+        return;
+    }
+    Sock(i).Send(request);
+}
+
+void CrawlEngine::Sock_DataArrival(int i) {
+    if (!ValidSlot(i)) return;
+    // The timeout measures silence, not the whole download.
+    tmrOut(i).SetEnabled(false);
+    tmrOut(i).SetEnabled(true);
+    const std::string data = Sock(i).ReadAll();
+    AddSkippingOverflow(TotalBytes, data.size());
+    AddSkippingOverflow(Slot(i).BytesReceived, data.size());
+    ProcessResponse(data, i);
+
+    const ConnectionSlot& s = Slot(i);
+    if (!Trim(s.Url).empty()) {
+        if (ConnectionsCount() >= i) {
+            SetSlotStatus(i, "Downloading " + s.Url);
+        } else {
+            ResetSlotRow(i);
+        }
+    } else {
+        Sock(i).Close();
+        SetSlotStatus(i, "Not Connected.");
+    }
+}
+
+void CrawlEngine::ProcessResponse(const std::string& data, int i) {
+    if (!ValidSlot(i)) return;
+    const unsigned attempt = AttemptId(i);
+    // Whether the job this chunk belongs to still owns the slot after events ran.
+    auto stillOurs = [&] { return AttemptId(i) == attempt; };
+
+    Slot(i).Response += data;
+    LetPendingEventsRun();
+    if (!stillOurs()) return;
+
+    if (const std::size_t pos = InStr(data, "Content-Length:"); pos > 0) {
+        const long long length = RoundHalfEven(Val(ContentLengthText(data, pos)));
+        // A value beyond 32 bits fails to convert and leaves the old one.
+        if (length >= std::numeric_limits<std::int32_t>::min() &&
+            length <= std::numeric_limits<std::int32_t>::max()) {
+            Slot(i).ContentLength = static_cast<std::int32_t>(length);
+        }
+        window_.SetRowSize(i, FormatByteSize(Slot(i).ContentLength));
+    }
+    if (ConnectionsCount() >= i) {
+        window_.SetRowReceived(i, Trim(FormatByteSize(Slot(i).BytesReceived)));
+    } else {
+        ResetSlotRow(i);
+    }
+
+    // Finished only once the server has closed its side; the expected size
+    // is never compared, so a server that keeps the line open times out.
+    if (Sock(i).State() != kSockClosing) return;
+
+    {
+        const ConnectionSlot& s = Slot(i);
+        const std::string content = s.Response;
+        std::string name = "\\" + s.Host + s.Path;
+        const std::string host = s.Host;
+        SaveFile(content, name, host, mirror_, FilesDone);
+    }
+    LetPendingEventsRun();
+    if (!stillOurs()) return;
+
+    std::string base = Slot(i).Url;
+    if (Contains(base, "/")) {
+        base = BaseOf(base);
+        ResetSlotRow(i);
+    }
+    SetSlotStatus(i, "");
+    LetPendingEventsRun();
+    if (!stillOurs()) return;
+
+    // The scanner consumes the text it is given; the slot keeps what is left.
+    std::string text = Slot(i).Response;
+    ExtractLinks(text, window_.List1(), base, window_.List2(), mirror_);
+    if (!stillOurs()) return;
+    Slot(i).Response = text;
+
+    Sock(i).Close();
+    LetPendingEventsRun();
+    if (window_.List1().ListCount() == 0 && AllSocketsClosed()) SiteComplete();
+}
+
+}  // namespace vantorin

@@ -1,0 +1,142 @@
+#include "platform/QtSocket.h"
+
+#include <QMetaObject>
+#include <QNetworkProxy>
+#include <QSignalBlocker>
+#include <QTcpSocket>
+
+#ifdef _WIN32
+#include <winsock2.h>
+#else
+#include <sys/socket.h>
+#endif
+
+namespace vantorin {
+
+QtSocket::QtSocket() : socket_(std::make_unique<QTcpSocket>()) {
+    // Plain connections only; no proxy is ever consulted.
+    socket_->setProxy(QNetworkProxy::NoProxy);
+    QObject::connect(socket_.get(), &QTcpSocket::connected, socket_.get(), [this] {
+        if (onConnected) onConnected();
+    });
+    QObject::connect(socket_.get(), &QTcpSocket::readyRead, socket_.get(),
+                     [this] { OnReadyRead(); });
+    QObject::connect(socket_.get(), &QTcpSocket::disconnected, socket_.get(),
+                     [this] { OnDisconnected(); });
+    QObject::connect(socket_.get(), &QTcpSocket::errorOccurred, socket_.get(),
+                     [this](QAbstractSocket::SocketError error) { OnError(error); });
+}
+
+QtSocket::~QtSocket() {
+    const QSignalBlocker blocker(socket_.get());
+    socket_->abort();
+}
+
+void QtSocket::Connect(const std::string& host, int port) {
+    if (State() != kSockClosed) return;
+    peerClosed_ = false;
+    failed_ = false;
+    socket_->connectToHost(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())),
+                           static_cast<quint16>(port));
+}
+
+void QtSocket::Send(const std::string& bytes) {
+    socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+}
+
+void QtSocket::Close() {
+    {
+        const QSignalBlocker blocker(socket_.get());
+        socket_->abort();
+    }
+    peerClosed_ = false;
+    failed_ = false;
+}
+
+std::string QtSocket::ReadAll() {
+    const QByteArray bytes = socket_->readAll();
+    // A close that is already waiting behind the last chunk is taken now, so
+    // the handler reading that chunk sees the closing state and completes.
+    if (!peerClosed_ && EndOfStreamPending()) peerClosed_ = true;
+    return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+int QtSocket::State() const {
+    if (failed_) return kSockError;
+    // Bytes still unread after the peer's close are delivered first; the
+    // closing state shows once they have been read.
+    if (peerClosed_) return BytesWaiting() ? kSockConnected : kSockClosing;
+    switch (socket_->state()) {
+        case QAbstractSocket::HostLookupState:
+        case QAbstractSocket::ConnectingState:
+            return kSockConnecting;
+        case QAbstractSocket::ConnectedState:
+            return kSockConnected;
+        case QAbstractSocket::ClosingState:
+            return kSockClosing;
+        default:
+            return kSockClosed;
+    }
+}
+
+void QtSocket::OnReadyRead() {
+    Deliver();
+}
+
+void QtSocket::OnDisconnected() {
+    peerClosed_ = true;
+    if (BytesWaiting()) PostDelivery();
+}
+
+void QtSocket::OnError(int error) {
+    if (error == QAbstractSocket::RemoteHostClosedError) {
+        OnDisconnected();
+    } else {
+        failed_ = true;
+    }
+}
+
+void QtSocket::Deliver() {
+    // Qt raises readyRead only once while a handler runs; bytes that come in
+    // meanwhile are delivered by the posting below, never by a nested call.
+    if (delivering_ || !BytesWaiting() || !onDataArrival) return;
+    delivering_ = true;
+    onDataArrival();
+    delivering_ = false;
+    if (BytesWaiting()) PostDelivery();
+}
+
+void QtSocket::PostDelivery() {
+    if (posted_) return;
+    posted_ = true;
+    QMetaObject::invokeMethod(
+        socket_.get(),
+        [this] {
+            posted_ = false;
+            Deliver();
+        },
+        Qt::QueuedConnection);
+}
+
+bool QtSocket::EndOfStreamPending() const {
+    const qintptr descriptor = socket_->socketDescriptor();
+    if (descriptor == -1 || socket_->state() != QAbstractSocket::ConnectedState) return false;
+    // Qt keeps its sockets non-blocking, so the peek returns at once: 0 means
+    // the peer's orderly close is next in line.
+    char next = 0;
+#ifdef _WIN32
+    return ::recv(static_cast<SOCKET>(descriptor), &next, 1, MSG_PEEK) == 0;
+#else
+    return ::recv(static_cast<int>(descriptor), &next, 1, MSG_PEEK) == 0;
+#endif
+}
+
+bool QtSocket::BytesWaiting() const {
+    return socket_->bytesAvailable() > 0;
+}
+
+SocketFactory QtSocketFactory() {
+    return [] { return std::make_unique<QtSocket>(); };
+}
+
+}  // namespace vantorin

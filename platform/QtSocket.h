@@ -1,0 +1,50 @@
+// The socket over QTcpSocket, with the event model the engine is written for:
+// dataArrival posted again after a handler returns while bytes wait, the
+// closing state (8) shown once the peer has closed and every byte has been
+// read, errors held at 9 until Close().
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Socket.h"
+
+class QTcpSocket;
+
+namespace vantorin {
+
+class QtSocket : public Socket {
+public:
+    QtSocket();
+    ~QtSocket() override;
+    QtSocket(const QtSocket&) = delete;
+    QtSocket& operator=(const QtSocket&) = delete;
+
+    // Does nothing unless the socket is closed (state 0), as a connect on a
+    // busy socket fails.
+    void Connect(const std::string& host, int port) override;
+    void Send(const std::string& bytes) override;
+    void Close() override;
+    std::string ReadAll() override;
+    int State() const override;
+
+private:
+    void OnReadyRead();
+    void OnDisconnected();
+    void OnError(int error);
+    void Deliver();
+    void PostDelivery();
+    bool EndOfStreamPending() const;
+    bool BytesWaiting() const;
+
+    std::unique_ptr<QTcpSocket> socket_;
+    bool peerClosed_ = false;
+    bool failed_ = false;
+    bool delivering_ = false;
+    bool posted_ = false;
+};
+
+// Makes real sockets for the engine's 24 slots.
+SocketFactory QtSocketFactory();
+
+}  // namespace vantorin

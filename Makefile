@@ -3,7 +3,9 @@ BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
-.PHONY: deps configure build run test bench clean
+FUZZ_SECONDS ?= 120
+
+.PHONY: deps configure build run test bench fuzz clean
 
 deps:
 	@sh scripts/install-deps.sh
@@ -25,5 +27,16 @@ bench: deps
 	@cmake --build $(BUILD)-bench -j$(JOBS)
 	@for b in $(BUILD)-bench/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
 
+# Each fuzz target for FUZZ_SECONDS, its corpus grown in $(BUILD)-fuzz/corpus/<name>.
+fuzz: deps
+	@CC=clang CXX=clang++ cmake -S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVANTORIN_FUZZ=ON >/dev/null
+	@cmake --build $(BUILD)-fuzz -j$(JOBS) --target $(patsubst tests/fuzz/%_fuzz.cpp,fuzz_%,$(wildcard tests/fuzz/*_fuzz.cpp))
+	@for t in $(BUILD)-fuzz/tests/fuzz/fuzz_*; do \
+		[ -f "$$t" ] && [ -x "$$t" ] || continue; \
+		name=$${t##*/fuzz_}; mkdir -p $(BUILD)-fuzz/corpus/$$name; \
+		"$$t" -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
+			$(BUILD)-fuzz/corpus/$$name tests/fuzz/corpus/$$name || exit 1; \
+	done
+
 clean:
-	rm -rf $(BUILD) $(BUILD)-bench
+	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-fuzz

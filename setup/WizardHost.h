@@ -7,7 +7,7 @@
 namespace vantorin {
 
 class WizardHost {
-  public:
+public:
     virtual ~WizardHost() = default;
 
     // The main window's address box Text1.

@@ -1,0 +1,43 @@
+#include "setup/FolderRules.h"
+
+#include "output/LocalPath.h"
+#include "platform/Text.h"
+
+namespace vantorin {
+
+namespace {
+
+void EndWithBackslash(std::string& path) {
+    if (LastChar(path) != "\\") path += "\\";
+}
+
+}  // namespace
+
+std::string NormaliseFolderText(std::string_view text) {
+    std::string folder = Replace(CleanLinkName(text), "/", "\\");
+    EndWithBackslash(folder);
+    return folder;
+}
+
+void MakeFoldersAlong(const std::string& folder, CrawlVariables& vars, FileSystem& fs) {
+    std::string made;
+    std::string rest = folder;
+    std::size_t at = InStr(rest, "\\");
+    while (at > 0) {
+        std::string part = Left(rest, static_cast<long long>(at));
+        MakeFolder(Trim(made) + Trim(part), vars, fs);
+        made += part;
+        rest = Trim(Mid(rest, static_cast<long long>(at) + 1));
+        at = InStr(rest, "\\");
+    }
+}
+
+bool TestFolderWritable(std::string& path, FileSystem& fs) {
+    ReplaceIn(path, "/", "\\");
+    EndWithBackslash(path);
+    const std::string probe = path + "test23893.txt";
+    if (!fs.WriteWhole(probe, "sdkjlf\r\n")) return false;
+    return fs.DeleteFile(probe);
+}
+
+}  // namespace vantorin

@@ -1,0 +1,26 @@
+// The rules for the folder a site is saved to: how the wizard normalises the
+// typed folder, and the probe that proves it writable.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "output/CrawlVariables.h"
+#include "platform/FileSystem.h"
+
+namespace vantorin {
+
+// The name cleaner's character table ("*" "{" "}" "|" removed, ">" "<" "?" "!"
+// "&" -> "_", three "__" passes), then "/" -> "\", then "\" appended unless the
+// text already ends in one. A blank text has no last character, so "" -> "\".
+std::string NormaliseFolderText(std::string_view text);
+
+// Creates every folder along `folder`, root first; failures are ignored.
+void MakeFoldersAlong(const std::string& folder, CrawlVariables& vars, FileSystem& fs);
+
+// Writes the probe "test23893.txt" into `path` and deletes it again. `path`
+// gets "/" -> "\" and a final "\" (the caller's text changes). False when the
+// probe cannot be written or removed.
+bool TestFolderWritable(std::string& path, FileSystem& fs);
+
+}  // namespace vantorin

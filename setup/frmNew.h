@@ -1,0 +1,87 @@
+// The New Site Wizard: the site address, the folder to save it in, the
+// timeout and the file types; it checks the folder and starts the crawl.
+#pragma once
+
+#include <QDialog>
+#include <string>
+#include <vector>
+
+#include "setup/SetupServices.h"
+#include "setup/WizardHost.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace vantorin {
+
+class frmNew : public QDialog {
+public:
+    frmNew(SetupServices& services, WizardHost& host, QWidget* parent = nullptr);
+
+    // Opens a wizard modally and returns when it has unloaded and gone.
+    static void ShowModal(SetupServices& services, WizardHost& host, QWidget* parent);
+
+    // The form's width in twips: 6855 collapsed, 9720 expanded.
+    int FormWidthTwips() const { return widthTwips_; }
+
+    void Command1_Click();  // Download Website Now!
+    void Command2_Click();  // Close
+    void Command3_Click();  // Add a file type
+    void Command4_Click();  // Delete the selected file type
+    void Command5_Click();  // Set Default
+    void Command6_Click();  // Options >> / <<
+    void Command7_Click();  // the directory chooser
+    void Command8_Click();  // Filters
+
+    QLabel* Label1;
+    QLineEdit* txtURL;
+    QLabel* Label4;
+    QLineEdit* txtDir;
+    QPushButton* Command7;
+    QLabel* Label8;
+    QPushButton* Command1;
+    QPushButton* Command2;
+    QPushButton* Command6;
+    QPushButton* Command8;
+    QGroupBox* Frame1;
+    QLabel* Label3;
+    QListWidget* List1;
+    QPushButton* Command3;
+    QPushButton* Command4;
+    QPushButton* Command5;
+    QLabel* Label5;
+    QComboBox* List2;
+    QLabel* Label6;
+    QLabel* Image1;
+    QLabel* Image2;
+    QLabel* Image3;
+
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void BuildControls();
+    void FormLoad();
+    void FormUnload();
+    void SetFormWidth(int twips);
+    void SetToInDIR();
+    // Download and Close share it: normalise, test, save the file types.
+    bool FolderReady();
+    std::vector<std::string> FileTypeItems() const;
+    void ShowFileTypes(const std::vector<std::string>& items);
+    void SaveFileTypes();
+    void MakeFileTypesFile();
+
+    SetupServices& services_;
+    WizardHost& host_;
+    int widthTwips_ = 6855;
+    bool unloaded_ = false;
+};
+
+}  // namespace vantorin

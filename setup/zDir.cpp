@@ -1,0 +1,181 @@
+#include "setup/zDir.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QStorageInfo>
+#include <QStyle>
+#include <algorithm>
+#include <vector>
+
+#include "platform/DefaultFolder.h"
+#include "platform/FileSystem.h"
+#include "platform/Text.h"
+#include "setup/Latin1.h"
+#include "setup/Settings.h"
+#include "setup/Twips.h"
+
+namespace vantorin {
+
+namespace {
+
+constexpr int kPathRole = Qt::UserRole;
+
+std::string Backslashed(const QString& nativePath) {
+    return Replace(FromQString(QDir::cleanPath(nativePath)), "/", "\\");
+}
+
+QString Native(const std::string& path) {
+    return QString::fromStdString(FileSystem::ToNative(path).string());
+}
+
+// The roots of the mounted volumes that hold files: the system root first,
+// then every volume on a real device, each once.
+std::vector<QStorageInfo> Drives() {
+    std::vector<QStorageInfo> drives;
+    auto known = [&drives](const QString& root) {
+        return std::any_of(drives.begin(), drives.end(),
+                           [&root](const QStorageInfo& d) { return d.rootPath() == root; });
+    };
+    QStorageInfo root = QStorageInfo::root();
+    drives.push_back(root);
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        if (!volume.isValid() || !volume.isReady() || known(volume.rootPath())) continue;
+#ifndef _WIN32
+        if (!volume.device().startsWith("/dev/")) continue;
+#endif
+        drives.push_back(volume);
+    }
+    return drives;
+}
+
+}  // namespace
+
+zDir::zDir(SettingsStore& settings, QWidget* parent) : QDialog(parent) {
+    BuildControls();
+    FillDrives();
+    const std::string stored = DefaultTargetFolder();
+    Label1->setText(ToQString(ReadSetting(settings, "InDir", stored)));
+    SetDir1Path(ReadSetting(settings, "InDir", stored));
+}
+
+void zDir::BuildControls() {
+    setWindowTitle("Select Directory to Save the Website");
+    setFont(QFont("Verdana", 8));
+
+    Image1 = new QLabel(this);
+    Image1->setPixmap(style()->standardIcon(QStyle::SP_DirHomeIcon).pixmap(32, 32));
+    Image1->setAlignment(Qt::AlignCenter);
+    PlaceTwips(*Image1, 120, 120, 600, 600);
+    Drive1 = new QComboBox(this);
+    PlaceTwips(*Drive1, 840, 240, 3735, 315);
+    Label1 = new QLabel("c:\\", this);
+    Label1->setTextFormat(Qt::PlainText);
+    PlaceTwips(*Label1, 840, 660, 3735, 255);
+    Dir1 = new QListWidget(this);
+    PlaceTwips(*Dir1, 120, 1020, 4455, 2775);
+    Command1 = new QPushButton("&Ok...", this);
+    Command1->setDefault(true);
+    PlaceTwips(*Command1, 1920, 3960, 1215, 375);
+    Command2 = new QPushButton("Cancel", this);
+    Command2->setAutoDefault(false);
+    PlaceTwips(*Command2, 3240, 3960, 1335, 375);
+    setFixedSize(Twips(*this, 4695), Twips(*this, 4455));
+
+    connect(Drive1, &QComboBox::currentIndexChanged, this, [this] { Drive1_Change(); });
+    connect(Dir1, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
+        SetDir1Path(FromQString(item->data(kPathRole).toString()));
+    });
+    connect(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
+}
+
+void zDir::FillDrives() {
+    const QSignalBlocker quiet(Drive1);
+    for (const QStorageInfo& drive : Drives()) {
+        std::string root = Backslashed(drive.rootPath());
+        QString shown = ToQString(root);
+        if (!drive.name().isEmpty()) shown += " [" + drive.name() + "]";
+        Drive1->addItem(shown, ToQString(root));
+    }
+}
+
+void zDir::SelectDriveOf(const std::string& path) {
+    int best = -1;
+    qsizetype bestLength = -1;
+    const QString here = ToQString(path);
+    for (int i = 0; i < Drive1->count(); ++i) {
+        QString root = Drive1->itemData(i).toString();
+        QString prefix = root.endsWith('\\') ? root : root + '\\';
+        if ((here == root || here.startsWith(prefix)) && root.size() > bestLength) {
+            best = i;
+            bestLength = root.size();
+        }
+    }
+    const QSignalBlocker quiet(Drive1);
+    Drive1->setCurrentIndex(best);
+}
+
+void zDir::SetDir1Path(const std::string& path) {
+    QDir dir(Native(path));
+    if (Trim(path).empty() || !dir.exists()) {
+        // The folder is gone or was never made: open its drive's root instead.
+        SelectDriveOf(Backslashed(dir.absolutePath()));
+        QString root = Drive1->currentIndex() >= 0 ? Drive1->currentData().toString()
+                                                   : ToQString(Backslashed(QDir::rootPath()));
+        dir.setPath(Native(FromQString(root)));
+    }
+    dir1Path_ = Backslashed(dir.absolutePath());
+    SelectDriveOf(dir1Path_);
+    FillFolders();
+    Dir1_Change();
+}
+
+void zDir::FillFolders() {
+    Dir1->clear();
+    QDir dir(Native(dir1Path_));
+    // The open folder's ancestors first, root at the top, as open folders.
+    std::vector<QString> chain;
+    for (QDir up = dir;;) {
+        chain.push_back(up.absolutePath());
+        if (up.isRoot() || !up.cdUp()) break;
+    }
+    std::reverse(chain.begin(), chain.end());
+    int depth = 0;
+    for (const QString& folder : chain) {
+        QDir at(folder);
+        QString name = at.isRoot() ? ToQString(Backslashed(folder)) : at.dirName();
+        auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirOpenIcon),
+                                         QString(depth * 3, ' ') + name, Dir1);
+        item->setData(kPathRole, ToQString(Backslashed(folder)));
+        ++depth;
+    }
+    Dir1->setCurrentRow(Dir1->count() - 1);
+    for (const QString& sub : dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+        auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirClosedIcon),
+                                         QString(depth * 3, ' ') + sub, Dir1);
+        item->setData(kPathRole, ToQString(Backslashed(dir.absoluteFilePath(sub))));
+    }
+}
+
+void zDir::Dir1_Change() {
+    Label1->setText(ToQString(dir1Path_));
+}
+
+void zDir::Drive1_Change() {
+    if (Drive1->currentIndex() >= 0) SetDir1Path(FromQString(Drive1->currentData().toString()));
+}
+
+void zDir::Command1_Click() {
+    chosen_ = FromQString(Label1->text()) + "\\";
+    accept();
+}
+
+void zDir::Command2_Click() {
+    reject();
+}
+
+}  // namespace vantorin

@@ -1,0 +1,130 @@
+#include "output/SaveFile.h"
+
+#include "output/LocalPath.h"
+#include "output/Records.h"
+#include "platform/Text.h"
+
+namespace vantorin {
+
+namespace {
+
+// "cancel" in any case with blanks around it, tested without copying the
+// (possibly large) response.
+bool IsCancel(const std::string& received) {
+    std::size_t b = received.find_first_not_of(' ');
+    if (b == std::string::npos) return false;
+    std::size_t e = received.find_last_not_of(' ');
+    if (e - b + 1 != 6) return false;
+    return LCase(std::string_view(received).substr(b, 6)) == "cancel";
+}
+
+// The body after the first blank line. Without one the position counts as 0
+// and the text from the 4th character is kept: the first three characters are
+// lost, kept as designed. Room for the closing CR LF is reserved up front.
+std::string StripHeader(const std::string& received) {
+    std::size_t at = InStr(received, "\r\n\r\n");
+    std::size_t from = at + 3;  // 0-based start of Mid(received, at + 4)
+    std::string body;
+    if (from >= received.size()) return body;
+    body.reserve(received.size() - from + 2);
+    body.append(received, from, std::string::npos);
+    return body;
+}
+
+bool NeedsLineEndRewrite(const std::string& savePath) {
+    for (std::string_view ext : {".htm", ".php", ".shtm", ".asp", ".txt"})
+        if (Contains(savePath, ext)) return true;
+    return false;
+}
+
+void RewriteDynamicLinks(std::string& text) {
+    ReplaceIn(text, ".php'", ".php.html'");
+    ReplaceIn(text, ".php\"", ".php.html\"");
+    ReplaceIn(text, ".php>", ".php.html>");
+    ReplaceIn(text, ".asp'", ".asp.html'");
+    ReplaceIn(text, ".asp\"", ".asp.html\"");
+    ReplaceIn(text, ".asp>", ".asp.html>");
+    // After the renames, so "page.php?id=2" matches the cleaned saved name.
+    ReplaceIn(text, ".php?", ".php_");
+    ReplaceIn(text, ".PHP?", ".PHP_");
+}
+
+// One "../" per link is dropped on a page in the host folder. Rows e to h turn
+// the opening single quote into a double one and the last writes "href ="
+// for "href= "; both kept as designed.
+void FlattenTopLevelLinks(std::string& text) {
+    ReplaceIn(text, "href=\"../", "href=\"");
+    ReplaceIn(text, "href =\"../", "href =\"");
+    ReplaceIn(text, "href = \"../", "href = \"");
+    ReplaceIn(text, "href= \"../", "href= \"");
+    ReplaceIn(text, "href='../", "href=\"");
+    ReplaceIn(text, "href ='../", "href =\"");
+    ReplaceIn(text, "href = '../", "href = \"");
+    ReplaceIn(text, "href= '../", "href =\"");
+}
+
+// Absolute links to the slot's own host become relative, with and without
+// "www.". An empty host yields "http://", so every "http://" goes.
+void RemoveOwnHostLinks(std::string& text, const std::string& slotHost) {
+    std::string site = Trim(slotHost);
+    if (LCase(Left(site, 7)) != "http://") site = "http://" + site;
+    ReplaceIn(site, "\\", "/");
+    ReplaceIn(site, "www.", "");
+    if (!site.empty() && site.back() == '/') site.pop_back();
+    site += '/';
+    ReplaceIn(text, site, "");
+    ReplaceIn(site, "http://", "http://www.");
+    ReplaceIn(text, site, "");
+}
+
+}  // namespace
+
+void SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
+              Mirror& m, std::int32_t& filesDone) {
+    if (IsCancel(received)) return;
+    // The slot may be reused while this save yields; keep the host it had.
+    const std::string host(slotHost);
+    address = CleanFileName(address);
+    std::string text = StripHeader(received);
+
+    std::string& savePath = m.vars.SavePath;
+    std::string path = m.vars.TargetFolder + Trim(address);
+    MakeLocalPath(path, m.vars, m.fs);
+    if (LastChar(savePath) == "\\") savePath += "index.html";
+    ReplaceIn(savePath, "\\.html", "\\index.html");
+    if (NeedsLineEndRewrite(savePath)) {
+        // The second pass also sees the CRs the first one wrote, so a CR LF
+        // already present becomes CR LF CR LF LF; kept as designed.
+        ReplaceIn(text, "\n", "\r\n");
+        ReplaceIn(text, "\r", "\r\n");
+    }
+    // Local, so a save running inside this one's yields cannot change which
+    // placeholder this one deletes.
+    const std::string savePathBeforeRename = savePath;
+    if (Contains(savePath, ".php") && !Contains(savePath, ".html")) savePath += ".html";
+    if (Contains(savePath, ".asp") && !Contains(savePath, ".html")) savePath += ".html";
+    ReplaceIn(savePath, "\\\\", "\\");
+    ReplaceIn(address, "\\\\", "\\");
+
+    RewriteDynamicLinks(text);
+    if (IsTopLevelFile(savePath, m.vars.SiteHost)) FlattenTopLevelLinks(text);
+    RemoveOwnHostLinks(text, host);
+    ReplaceIn(text, "applet", "");
+    ReplaceIn(text, "script ", " !-- script ");
+
+    text += "\r\n";
+    m.fs.WriteWhole(savePath, text);
+    // Released before the yields, so saves running inside them do not stack copies.
+    std::string().swap(text);
+    std::string lowered = LCase(savePath);
+    if (Contains(lowered, ".htm") || Contains(lowered, ".tx")) {
+        // SavePath is read again after the page text's yields, as designed.
+        std::string pageText = GetPageText(savePath, m);
+        RecordSearchText(pageText, host, m.vars.SavePath, m);
+    }
+    RunPending(m.yield);
+    m.fs.DeleteFile(savePathBeforeRename + ".tmp");
+    ++filesDone;
+}
+
+}  // namespace vantorin

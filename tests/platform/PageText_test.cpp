@@ -1,0 +1,80 @@
+#include "platform/PageText.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "tests/support/TempDir.h"
+
+namespace vantorin {
+namespace {
+
+TEST(VisibleTextOfHtml, LaysTextOutAsInnerTextOfTheBody) {
+    struct Case {
+        const char* html;
+        const char* expected;
+    } cases[] = {
+        {"<html><head><title>T</title></head><body>Hello</body></html>", "Hello"},
+        {"<body>a <b>bold</b>  and\n\t<i>it</i> </body>", "a bold and it"},
+        {"<body>  lead and trail  </body>", "lead and trail"},
+        {"<body>a<b> </b>b</body>", "a b"},
+        {"<body><div>one</div><div>two</div></body>", "one\ntwo"},
+        {"<body><p>one</p><p>two</p></body>", "one\n\ntwo"},
+        {"<body><h1>Title</h1>text<h2>Sub</h2></body>", "Title\ntext\nSub"},
+        {"<body>a<br>b<br><br>c</body>", "a\nb\n\nc"},
+        {"<body>a <br> b</body>", "a\nb"},
+        {"<body><ul><li>x</li><li>y</li></ul></body>", "x\ny"},
+        {"<body><table><tr><td>a</td><td>b</td></tr><tr><td>c</td><td>d</td></tr></table>"
+         "</body>",
+         "a\tb\nc\td"},
+        {"<body>x<script>var a = '<b>no</b>';</script>y<style>p{}</style>z</body>", "xyz"},
+        {"<body>a<noscript>no</noscript><template>no</template>b</body>", "ab"},
+        {"<body>a<span hidden>no</span>b<!-- gone -->c</body>", "abc"},
+        {"<body><pre>  keep\n   this </pre>after</body>", "  keep\n   this \nafter"},
+        {"<body>&amp; &lt;tag&gt; &eacute;&nbsp;x</body>", "& <tag> \xE9\xA0x"},
+        {"<body>&#8364; &#x4e2d;</body>", "\x80 ?"},
+        {"<body>caf\xE9 na\xEFve</body>", "caf\xE9 na\xEFve"},
+        {"<body>caf\xC3\xA9</body>", "caf\xE9"},
+        {"plain words <p>no html element", "plain words\n\nno html element"},
+        {"<frameset><frame src=a.html></frameset>", ""},
+        {"", ""},
+    };
+    for (const auto& c : cases) EXPECT_EQ(VisibleTextOfHtml(c.html), c.expected) << c.html;
+}
+
+// Hostile markup must come back quickly and bounded; if a bound were missing
+// these would run for minutes (quadratic nesting) or take gigabytes.
+TEST(VisibleTextOfHtml, StaysBoundedOnHostileAndBinaryInput) {
+    std::string nested;
+    for (int i = 0; i < 100000; ++i) nested += "<div>";
+    nested += "deep";
+    EXPECT_EQ(VisibleTextOfHtml(nested), "deep");
+
+    std::string formatting;
+    for (int i = 0; i < 100000; ++i) formatting += "<b id=" + std::to_string(i) + ">x";
+    EXPECT_EQ(VisibleTextOfHtml(formatting), std::string(100000, 'x'));
+
+    std::string many;
+    for (int i = 0; i < 400000; ++i) many += "<p>x";
+    EXPECT_LE(VisibleTextOfHtml(many).size(), 3u * 400000);
+
+    std::mt19937 random(7);
+    std::string binary(3 << 20, '\0');
+    for (char& c : binary) c = static_cast<char>(random());
+    std::string fromBinary = VisibleTextOfHtml(binary);
+    EXPECT_LE(fromBinary.size(), binary.size());
+
+    EXPECT_EQ(VisibleTextOfHtml(std::string("<body>a\0b</body>", 16)).find('\0'),
+              std::string::npos);
+}
+
+TEST(VisiblePageText, ReadsTheFileAndGivesNothingForAMissingOne) {
+    testing::TempDir dir;
+    testing::WriteNativeFile(dir.NativePath("p.html"), "<title>x</title><p>Saved page</p>");
+    EXPECT_EQ(VisiblePageText(dir.NativePath("p.html")), "Saved page");
+    EXPECT_EQ(VisiblePageText(dir.NativePath("missing.html")), "");
+}
+
+}  // namespace
+}  // namespace vantorin

@@ -101,6 +101,9 @@ fs::path FileSystem::ToNative(const std::string& path) {
 
 bool FileSystem::MayChange(const std::string& path, bool creatingFolder) const {
     if (Trim(path).empty()) return false;
+    // The system cuts a path at its first NUL byte, so the guard would judge
+    // another path than the one written: such a path is never changed.
+    if (Contains(path, std::string_view("\0", 1))) return false;
     return MayChangeNative(ToNative(path), creatingFolder);
 }
 

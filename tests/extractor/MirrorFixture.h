@@ -1,0 +1,59 @@
+// A crawl mirror in a fresh temporary folder for the extractor's tests: the
+// target folder sits a few levels down, so that links climbing out of it can be
+// caught in the folders around it.
+#pragma once
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "output/CrawlVariables.h"
+#include "output/Mirror.h"
+#include "platform/FileSystem.h"
+#include "platform/StringList.h"
+#include "tests/support/TempDir.h"
+
+namespace vantorin::testing {
+
+struct MirrorFixture {
+    TempDir tmp;
+    CrawlVariables vars;
+    FileSystem fs{vars.TargetFolder, tmp.Backslashed() + "program"};
+    Mirror m{vars, fs, {}, {}};
+    VectorList queue;
+    VectorList notTaken;
+
+    MirrorFixture() {
+        vars.TargetFolder = tmp.Backslashed() + "up\\mirror\\";
+        vars.SiteHost = "site.com";
+        vars.FileTypeSet = ":.html::.htm::.gif::.jpg:";
+        std::filesystem::create_directories(tmp.NativePath("up/mirror"));
+    }
+
+    // A native path below the target folder, from a relative path with "/".
+    std::string Target(const std::string& relative) const {
+        return tmp.NativePath("up/mirror/" + relative);
+    }
+
+    // Every file and folder below the temporary folder but outside the target
+    // folder, with its size: what a hostile link must never change.
+    std::set<std::string> OutsideTarget() const {
+        namespace fs = std::filesystem;
+        std::set<std::string> seen;
+        const fs::path target = fs::path(tmp.NativePath("up/mirror"));
+        std::error_code ec;
+        for (auto it = fs::recursive_directory_iterator(tmp.Native(), ec);
+             it != fs::recursive_directory_iterator(); it.increment(ec)) {
+            if (it->path() == target) {
+                it.disable_recursion_pending();
+                continue;
+            }
+            seen.insert(it->path().string() + " " +
+                        std::to_string(it->is_regular_file() ? it->file_size() : 0));
+        }
+        return seen;
+    }
+};
+
+}  // namespace vantorin::testing

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QTimer>
 #include <cmath>
@@ -27,6 +28,9 @@ namespace {
 constexpr int kCollapsedTwips = 6855;
 constexpr int kExpandedTwips = 9720;
 constexpr double kHeightTwips = 4740;
+// The designed widths count the window's border too (60 twips each side), so
+// the options area at 6840 is out of sight when collapsed.
+constexpr double kBorderTwips = 120;
 constexpr int kSlots = 24;
 
 QLabel* Picture(QWidget* parent, QStyle::StandardPixmap which) {
@@ -141,14 +145,24 @@ void frmNew::FormLoad() {
     FillFileTypesList(types, services_.fs);
     ShowFileTypes(types);
 
-    txtURL->setText(ToQString(ReadSetting(services_.settings, "LastURL", "http://")));
-    txtDir->setText(ToQString(ReadSetting(services_.settings, "InDir", DefaultTargetFolder())));
+    SetAndStore(*txtURL, "LastURL", ReadSetting(services_.settings, "LastURL", "http://"));
+    SetAndStore(*txtDir, "InDir", ReadSetting(services_.settings, "InDir", DefaultTargetFolder()));
 
     for (const char* seconds : {"5", "10", "20", "30", "45"}) List2->addItem(seconds);
     List2->setEditText(ToQString(ReadSetting(services_.settings, "Timeout", "15")));
 
-    setFixedSize(Twips(*this, kCollapsedTwips), Twips(*this, kHeightTwips));
-    widthTwips_ = kCollapsedTwips;
+    setFixedHeight(Twips(*this, kHeightTwips));
+    SetFormWidth(kCollapsedTwips);
+}
+
+// Setting a box's text counts as a change even when the text is the same, so
+// the value read is always written back.
+void frmNew::SetAndStore(QLineEdit& box, const std::string& key, const std::string& text) {
+    {
+        const QSignalBlocker quiet(box);
+        box.setText(ToQString(text));
+    }
+    PutSetting(services_.settings, key, text);
 }
 
 void frmNew::done(int result) {
@@ -181,7 +195,7 @@ bool frmNew::eventFilter(QObject* watched, QEvent* event) {
 
 void frmNew::SetFormWidth(int twips) {
     widthTwips_ = twips;
-    setFixedWidth(Twips(*this, twips));
+    setFixedWidth(Twips(*this, twips - kBorderTwips));
 }
 
 void frmNew::SetToInDIR() {

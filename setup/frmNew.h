@@ -70,6 +70,7 @@ private:
     void FormLoad();
     void FormUnload();
     void SetFormWidth(int twips);
+    void SetAndStore(QLineEdit& box, const std::string& key, const std::string& text);
     void SetToInDIR();
     // Download and Close share it: normalise, test, save the file types.
     bool FolderReady();

@@ -1,0 +1,108 @@
+// Recording fakes for the setup dialogs' seams, and one world per test: a temp
+// folder with a program folder inside it, the crawl variables and the seams.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "output/CrawlVariables.h"
+#include "platform/Dialogs.h"
+#include "platform/FileSystem.h"
+#include "platform/SettingsStore.h"
+#include "setup/SetupServices.h"
+#include "setup/WizardHost.h"
+#include "tests/support/TempDir.h"
+
+namespace vantorin::testing {
+
+struct AskedBox {
+    std::string text, title;
+    int style;
+    bool operator==(const AskedBox&) const = default;
+};
+
+class ScriptedDialogs : public Dialogs {
+public:
+    int MsgBox(const std::string& text, const std::string& title, int style) override {
+        asked.push_back({text, title, style});
+        if (answers.empty()) return kAnswerOk;
+        int answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& defaultText) override {
+        prompts.push_back({prompt, title, 0});
+        EXPECT_EQ(defaultText, "");
+        if (inputs.empty()) return std::nullopt;
+        auto input = inputs.front();
+        inputs.pop_front();
+        return input;
+    }
+    std::vector<AskedBox> asked;
+    std::vector<AskedBox> prompts;
+    std::deque<int> answers;
+    std::deque<std::optional<std::string>> inputs;
+};
+
+class MemorySettings : public SettingsStore {
+public:
+    std::string Read(const std::string& key, const std::string& defaultValue) override {
+        auto it = values.find(key);
+        return it == values.end() ? defaultValue : it->second;
+    }
+    void Put(const std::string& key, const std::string& value) override {
+        values[key] = value;
+        ++writes[key];
+    }
+    std::map<std::string, std::string> values;
+    std::map<std::string, int> writes;
+};
+
+class FakeWizardHost : public WizardHost {
+public:
+    FakeWizardHost() { intervals.fill(777); }
+    void SetText1(const std::string& text) override {
+        text1 = text;
+        calls.push_back("SetText1");
+    }
+    void ConnectNowNow() override { calls.push_back("ConnectNowNow"); }
+    bool SetTmrOutInterval(int slot, long long ms) override {
+        if (slot >= refuseFrom) return false;
+        intervals[static_cast<std::size_t>(slot)] = ms;
+        return true;
+    }
+    long long TmrOutInterval(int slot) const override {
+        return intervals[static_cast<std::size_t>(slot)];
+    }
+    void ShowKeywordFilterDialog() override { calls.push_back("ShowKeywordFilterDialog"); }
+
+    std::string text1;
+    std::vector<std::string> calls;
+    std::array<long long, 25> intervals{};
+    int refuseFrom = 25;
+};
+
+struct SetupWorld {
+    SetupWorld() { std::filesystem::create_directories(dir.NativePath("prog")); }
+    std::string ProgramFile(const std::string& name) const {
+        return dir.NativePath("prog/" + name);
+    }
+
+    TempDir dir;
+    CrawlVariables vars;
+    FileSystem fs{vars.TargetFolder, dir.Backslashed() + "prog\\"};
+    MemorySettings settings;
+    ScriptedDialogs dialogs;
+    SetupServices services{vars, fs, settings, dialogs};
+    FakeWizardHost host;
+};
+
+}  // namespace vantorin::testing

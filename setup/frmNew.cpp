@@ -15,8 +15,8 @@
 #include "extractor/FileTypesList.h"
 #include "platform/DefaultFolder.h"
 #include "platform/Text.h"
+#include "platform/gui/Latin1.h"
 #include "setup/FolderRules.h"
-#include "setup/Latin1.h"
 #include "setup/Settings.h"
 #include "setup/Twips.h"
 #include "setup/zDir.h"
@@ -131,11 +131,10 @@ void frmNew::BuildControls() {
 
     // Every change of the two boxes is stored at once, keystroke by keystroke.
     connect(txtURL, &QLineEdit::textChanged, this, [this](const QString& text) {
-        PutSetting(services_.settings, "LastURL", FromQString(text));
+        PutSetting(services_.settings, "LastURL", FromQt(text));
     });
-    connect(txtDir, &QLineEdit::textChanged, this, [this](const QString& text) {
-        PutSetting(services_.settings, "InDir", FromQString(text));
-    });
+    connect(txtDir, &QLineEdit::textChanged, this,
+            [this](const QString& text) { PutSetting(services_.settings, "InDir", FromQt(text)); });
     txtURL->installEventFilter(this);
     txtDir->installEventFilter(this);
 }
@@ -149,7 +148,7 @@ void frmNew::FormLoad() {
     SetAndStore(*txtDir, "InDir", ReadSetting(services_.settings, "InDir", DefaultTargetFolder()));
 
     for (const char* seconds : {"5", "10", "20", "30", "45"}) List2->addItem(seconds);
-    List2->setEditText(ToQString(ReadSetting(services_.settings, "Timeout", "15")));
+    List2->setEditText(ToQt(ReadSetting(services_.settings, "Timeout", "15")));
 
     setFixedHeight(Twips(*this, kHeightTwips));
     SetFormWidth(kCollapsedTwips);
@@ -160,7 +159,7 @@ void frmNew::FormLoad() {
 void frmNew::SetAndStore(QLineEdit& box, const std::string& key, const std::string& text) {
     {
         const QSignalBlocker quiet(box);
-        box.setText(ToQString(text));
+        box.setText(ToQt(text));
     }
     PutSetting(services_.settings, key, text);
 }
@@ -174,7 +173,7 @@ void frmNew::done(int result) {
 }
 
 void frmNew::FormUnload() {
-    const std::string seconds = Trim(FromQString(List2->currentText()));
+    const std::string seconds = Trim(FromQt(List2->currentText()));
     PutSetting(services_.settings, "Timeout", seconds);
     if (seconds.empty()) return;
     const long long ms = RoundHalfEven(Val(seconds) * 1000);
@@ -199,8 +198,8 @@ void frmNew::SetFormWidth(int twips) {
 }
 
 void frmNew::SetToInDIR() {
-    txtDir->setText(ToQString(NormaliseFolderText(FromQString(txtDir->text()))));
-    services_.vars.TargetFolder = FromQString(txtDir->text());
+    txtDir->setText(ToQt(NormaliseFolderText(FromQt(txtDir->text()))));
+    services_.vars.TargetFolder = FromQt(txtDir->text());
     MakeFoldersAlong(services_.vars.TargetFolder, services_.vars, services_.fs);
 }
 
@@ -218,7 +217,7 @@ bool frmNew::FolderReady() {
 
 void frmNew::Command1_Click() {
     if (!FolderReady()) return;
-    host_.SetText1(FromQString(txtURL->text()));
+    host_.SetText1(FromQt(txtURL->text()));
     host_.ConnectNowNow();
     accept();
 }
@@ -229,13 +228,13 @@ void frmNew::Command2_Click() {
 
 std::vector<std::string> frmNew::FileTypeItems() const {
     std::vector<std::string> items;
-    for (int i = 0; i < List1->count(); ++i) items.push_back(FromQString(List1->item(i)->text()));
+    for (int i = 0; i < List1->count(); ++i) items.push_back(FromQt(List1->item(i)->text()));
     return items;
 }
 
 void frmNew::ShowFileTypes(const std::vector<std::string>& items) {
     List1->clear();
-    for (const auto& item : items) List1->addItem(ToQString(item));
+    for (const auto& item : items) List1->addItem(ToQt(item));
 }
 
 void frmNew::SaveFileTypes() {
@@ -254,7 +253,7 @@ void frmNew::Command3_Click() {
     if (ext.empty()) return;
     if (Left(ext, 1) != ".") ext = "." + ext;
     if (ext.size() < 6) {
-        List1->addItem(ToQString(ext));
+        List1->addItem(ToQt(ext));
     } else {
         services_.dialogs.MsgBox("That file extension is too long! (max 4 characters)", "Error",
                                  kInformation | kOkOnly);
@@ -264,7 +263,7 @@ void frmNew::Command3_Click() {
 void frmNew::Command4_Click() {
     QListWidgetItem* selected = List1->currentItem();
     const std::string text =
-        selected && selected->isSelected() ? FromQString(selected->text()) : std::string();
+        selected && selected->isSelected() ? FromQt(selected->text()) : std::string();
     if (Trim(text).empty()) {
         services_.dialogs.MsgBox("You must select a list item to delete.", "Error",
                                  kInformation | kOkOnly);
@@ -296,7 +295,7 @@ void frmNew::Command6_Click() {
 
 void frmNew::Command7_Click() {
     zDir chooser(services_.settings, this);
-    if (chooser.exec() == QDialog::Accepted) txtDir->setText(ToQString(chooser.Chosen()));
+    if (chooser.exec() == QDialog::Accepted) txtDir->setText(ToQt(chooser.Chosen()));
 }
 
 void frmNew::Command8_Click() {

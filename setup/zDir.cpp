@@ -14,7 +14,7 @@
 #include "platform/DefaultFolder.h"
 #include "platform/FileSystem.h"
 #include "platform/Text.h"
-#include "setup/Latin1.h"
+#include "platform/gui/Latin1.h"
 #include "setup/Settings.h"
 #include "setup/Twips.h"
 
@@ -25,7 +25,7 @@ namespace {
 constexpr int kPathRole = Qt::UserRole;
 
 std::string Backslashed(const QString& nativePath) {
-    return Replace(FromQString(QDir::cleanPath(nativePath)), "/", "\\");
+    return Replace(FromQt(QDir::cleanPath(nativePath)), "/", "\\");
 }
 
 QString Native(const std::string& path) {
@@ -58,7 +58,7 @@ zDir::zDir(SettingsStore& settings, QWidget* parent) : QDialog(parent) {
     BuildControls();
     FillDrives();
     const std::string stored = DefaultTargetFolder();
-    Label1->setText(ToQString(ReadSetting(settings, "InDir", stored)));
+    Label1->setText(ToQt(ReadSetting(settings, "InDir", stored)));
     SetDir1Path(ReadSetting(settings, "InDir", stored));
 }
 
@@ -87,7 +87,7 @@ void zDir::BuildControls() {
 
     connect(Drive1, &QComboBox::currentIndexChanged, this, [this] { Drive1_Change(); });
     connect(Dir1, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
-        SetDir1Path(FromQString(item->data(kPathRole).toString()));
+        SetDir1Path(FromQt(item->data(kPathRole).toString()));
     });
     connect(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     connect(Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
@@ -97,16 +97,16 @@ void zDir::FillDrives() {
     const QSignalBlocker quiet(Drive1);
     for (const QStorageInfo& drive : Drives()) {
         std::string root = Backslashed(drive.rootPath());
-        QString shown = ToQString(root);
+        QString shown = ToQt(root);
         if (!drive.name().isEmpty()) shown += " [" + drive.name() + "]";
-        Drive1->addItem(shown, ToQString(root));
+        Drive1->addItem(shown, ToQt(root));
     }
 }
 
 void zDir::SelectDriveOf(const std::string& path) {
     int best = -1;
     qsizetype bestLength = -1;
-    const QString here = ToQString(path);
+    const QString here = ToQt(path);
     for (int i = 0; i < Drive1->count(); ++i) {
         QString root = Drive1->itemData(i).toString();
         QString prefix = root.endsWith('\\') ? root : root + '\\';
@@ -125,8 +125,8 @@ void zDir::SetDir1Path(const std::string& path) {
         // The folder is gone or was never made: open its drive's root instead.
         SelectDriveOf(Backslashed(dir.absolutePath()));
         QString root = Drive1->currentIndex() >= 0 ? Drive1->currentData().toString()
-                                                   : ToQString(Backslashed(QDir::rootPath()));
-        dir.setPath(Native(FromQString(root)));
+                                                   : ToQt(Backslashed(QDir::rootPath()));
+        dir.setPath(Native(FromQt(root)));
     }
     dir1Path_ = Backslashed(dir.absolutePath());
     SelectDriveOf(dir1Path_);
@@ -147,30 +147,30 @@ void zDir::FillFolders() {
     int depth = 0;
     for (const QString& folder : chain) {
         QDir at(folder);
-        QString name = at.isRoot() ? ToQString(Backslashed(folder)) : at.dirName();
+        QString name = at.isRoot() ? ToQt(Backslashed(folder)) : at.dirName();
         auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirOpenIcon),
                                          QString(depth * 3, ' ') + name, Dir1);
-        item->setData(kPathRole, ToQString(Backslashed(folder)));
+        item->setData(kPathRole, ToQt(Backslashed(folder)));
         ++depth;
     }
     Dir1->setCurrentRow(Dir1->count() - 1);
     for (const QString& sub : dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
         auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirClosedIcon),
                                          QString(depth * 3, ' ') + sub, Dir1);
-        item->setData(kPathRole, ToQString(Backslashed(dir.absoluteFilePath(sub))));
+        item->setData(kPathRole, ToQt(Backslashed(dir.absoluteFilePath(sub))));
     }
 }
 
 void zDir::Dir1_Change() {
-    Label1->setText(ToQString(dir1Path_));
+    Label1->setText(ToQt(dir1Path_));
 }
 
 void zDir::Drive1_Change() {
-    if (Drive1->currentIndex() >= 0) SetDir1Path(FromQString(Drive1->currentData().toString()));
+    if (Drive1->currentIndex() >= 0) SetDir1Path(FromQt(Drive1->currentData().toString()));
 }
 
 void zDir::Command1_Click() {
-    chosen_ = FromQString(Label1->text()) + "\\";
+    chosen_ = FromQt(Label1->text()) + "\\";
     accept();
 }
 

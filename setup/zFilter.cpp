@@ -8,7 +8,7 @@
 
 #include "extractor/KeywordFilters.h"
 #include "platform/Text.h"
-#include "setup/Latin1.h"
+#include "platform/gui/Latin1.h"
 #include "setup/Twips.h"
 
 namespace vantorin {
@@ -16,7 +16,7 @@ namespace vantorin {
 zFilter::zFilter(SetupServices& services, QWidget* parent) : QDialog(parent), services_(services) {
     BuildControls();
     for (const auto& keyword : KeywordFilterList(services_.vars.KeywordFilters))
-        List1->addItem(ToQString(keyword));
+        List1->addItem(ToQt(keyword));
 }
 
 zFilter* zFilter::ShowModeless(SetupServices& services, QWidget* parent) {
@@ -83,18 +83,18 @@ void zFilter::BuildControls() {
 
 std::vector<std::string> zFilter::Items() const {
     std::vector<std::string> items;
-    for (int i = 0; i < List1->count(); ++i) items.push_back(FromQString(List1->item(i)->text()));
+    for (int i = 0; i < List1->count(); ++i) items.push_back(FromQt(List1->item(i)->text()));
     return items;
 }
 
 void zFilter::Command1_Click() {
-    const std::string keyword = Trim(FromQString(Text1->text()));
+    const std::string keyword = Trim(FromQt(Text1->text()));
     if (!keyword.empty()) {
         if (FilterExists(keyword, Items()))
             services_.dialogs.MsgBox("Filter already exists in the list!", "Filter",
                                      kInformation | kOkOnly);
         else
-            List1->addItem(ToQString(UCase(keyword)));
+            List1->addItem(ToQt(UCase(keyword)));
     }
     Text1->clear();
     Text1->setFocus();

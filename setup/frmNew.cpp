@@ -19,6 +19,7 @@
 #include "setup/FolderRules.h"
 #include "setup/Settings.h"
 #include "setup/Twips.h"
+#include "setup/WrappingButton.h"
 #include "setup/zDir.h"
 
 namespace vantorin {
@@ -85,7 +86,7 @@ void frmNew::BuildControls() {
     Label8->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     PlaceTwips(*Label8, 600, 3120, 3975, 1455);
 
-    Command1 = new QPushButton("Download Website Now!", this);
+    Command1 = new WrappingButton("Download Website Now!", this);
     Command1->setDefault(true);
     PlaceTwips(*Command1, 4800, 3600, 1695, 975);
     Command2 = new QPushButton("Close", this);

@@ -15,12 +15,12 @@ namespace vantorin {
 namespace {
 
 // Bounds that keep a hostile or binary file from stalling the crawl or
-// exhausting memory: the parser needs several hundred bytes per element and
-// its scope checks walk the whole stack of open elements, so both the number
-// of tags and the depth they can nest to are capped. Ordinary pages stay far
-// below all three.
+// exhausting memory: the parser needs a few hundred bytes per element and per
+// attribute, and its scope checks walk the whole stack of open elements, so
+// the number of tags and attributes and the depth tags can nest to are
+// capped. Ordinary pages stay far below all three.
 constexpr std::size_t kMaxInputBytes = 8u << 20;
-constexpr std::size_t kMaxTags = 150000;
+constexpr std::size_t kMaxMarkupItems = 150000;
 constexpr int kMaxNesting = 512;
 
 // Windows-1252 bytes 0x80-0x9F; the five undefined ones map to themselves.
@@ -144,9 +144,9 @@ bool IsRawText(std::string_view name) {
 }
 
 // A light pass over the markup before parsing: the text is cut before the
-// tag past kMaxTags, and start tags that would nest deeper than kMaxNesting
-// are left out (their content stays, as a browser flattens an over-deep
-// tree). Comments and raw text are stepped over as the parser does.
+// tag that brings tags and attributes past kMaxMarkupItems, and start tags that would nest deeper
+// than kMaxNesting are left out (their content stays, as a browser flattens an over-deep tree).
+// Comments and raw text are stepped over as the parser does.
 void BoundMarkup(std::string& html) {
     std::string kept;        // the text with the left-out tags removed
     std::size_t copied = 0;  // how much of `html` is already in `kept`
@@ -158,7 +158,7 @@ void BoundMarkup(std::string& html) {
         kept.append(html, copied, upTo - copied);
         html.swap(kept);
     };
-    std::size_t tags = 0;
+    std::size_t items = 0;  // tags and attributes
     int depth = 0;
     int foreign = 0;  // inside svg or math, where "/>" really closes a tag
     std::size_t i = 0;
@@ -181,7 +181,7 @@ void BoundMarkup(std::string& html) {
             }
             continue;
         }
-        if (++tags > kMaxTags) return finish(start);
+        ++items;
         std::size_t k = nameAt;
         while (k < n && !IsTagSpace(html[k]) && html[k] != '/' && html[k] != '>') ++k;
         std::string name = LCase(std::string_view(html).substr(nameAt, k - nameAt));
@@ -191,12 +191,15 @@ void BoundMarkup(std::string& html) {
             char c = html[k];
             if (quote) {
                 if (c == quote) quote = 0;
-            } else if ((c == '"' || c == '\'') && k > 0 && html[k - 1] == '=') {
+            } else if ((c == '"' || c == '\'') && html[k - 1] == '=') {
                 quote = c;
             } else if (c == '>') {
                 break;
+            } else if (IsTagSpace(html[k - 1]) && !IsTagSpace(c) && c != '/' && c != '=') {
+                ++items;
             }
         }
+        if (items > kMaxMarkupItems) return finish(start);
         std::size_t end = std::min(k, n);  // position of ">" (or the end)
         bool selfClosing = end > start && html[end - 1] == '/';
         i = end < n ? end + 1 : n;

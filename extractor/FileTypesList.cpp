@@ -22,7 +22,10 @@ std::string FileTypesPath(const FileSystem& fs) {
 
 void SaveFileTypes(const std::vector<std::string>& list, FileSystem& fs) {
     std::string text;
-    for (const auto& item : list) text += Trim(item) + "\r\n";
+    for (const auto& item : list) {
+        text += Trim(item);
+        text += "\r\n";
+    }
     fs.WriteWhole(FileTypesPath(fs), text);
 }
 
@@ -44,8 +47,12 @@ std::string LoadFileTypes(const FileSystem& fs) {
     std::string set;
     auto lines = fs.ReadLines(FileTypesPath(fs));
     if (!lines) return set;
-    for (const auto& line : *lines)
-        if (!Trim(line).empty()) set += ":" + LowerTrim(line) + ":";
+    for (const auto& line : *lines) {
+        if (Trim(line).empty()) continue;
+        set += ':';
+        set += LowerTrim(line);
+        set += ':';
+    }
     return set;
 }
 

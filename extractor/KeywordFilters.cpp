@@ -59,7 +59,10 @@ void SaveKeywordFilters(const std::vector<std::string>& list, KeywordFilterArray
                         FileSystem& fs) {
     FillFilters(list, filters);
     std::string text;
-    for (const auto& item : list) text += item + "\r\n";
+    for (const auto& item : list) {
+        text += item;
+        text += "\r\n";
+    }
     fs.WriteWhole(FiltersPath(fs), text);
 }
 

@@ -132,15 +132,6 @@ TEST(AdmitLink, KeywordFiltersDropWithoutTrace) {
     }
 }
 
-TEST(AdmissionTests, TypesAndQueryPages) {
-    EXPECT_TRUE(IsListedFileType("site.com/A.HTML", ":.html:"));
-    EXPECT_TRUE(IsListedFileType("site.com/a.html ", ":.html:"));
-    EXPECT_FALSE(IsListedFileType("site.com/a.htm", ":.html:"));
-    EXPECT_FALSE(IsListedFileType("site.com/dir/file", ":.html::.com:"));
-    EXPECT_TRUE(IsQueryPage(" site.com/A.PHP?x=1"));
-    EXPECT_FALSE(IsQueryPage("site.com/a.php"));
-}
-
 TEST(AdmitLink, HostileLinksChangeNothingOutsideTheTargetFolder) {
     MirrorFixture f;
     const std::string marker =

@@ -15,7 +15,6 @@ namespace {
 
 using testing::MirrorFixture;
 using testing::NativeExists;
-using testing::ReadNativeFile;
 
 // The passes as the rows state them: one whole-text replacement after another.
 std::string RewriteRowByRow(std::string text) {
@@ -155,24 +154,6 @@ TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndYieldsAsDesigned) {
         EXPECT_EQ(text, c.left) << c.html;
         EXPECT_EQ(yields, c.yields) << c.html;
     }
-}
-
-TEST(ExtractLinks, QueuedLinksLeaveTheirRecords) {
-    MirrorFixture f;
-    std::string text = "<a href='a/b/../c.html'><a href='x.php?id=1'><a href='sub/'>";
-    std::string base = "http://www.site.com/";
-    ExtractLinks(text, f.queue, base, f.notTaken, f.m);
-    EXPECT_EQ(f.queue.Items(),
-              (std::vector<std::string>{"www.site.com/a/c.html", "www.site.com/x.php?id=1",
-                                        "www.site.com/sub/index.html"}));
-    EXPECT_EQ(
-        ReadNativeFile(f.Target("log.txt")),
-        "www.site.com/a/c.html\r\nwww.site.com/x.php?id=1\r\nwww.site.com/sub/index.html\r\n");
-    EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
-              "www.site.com/a/b/../c.html\r\nwww.site.com/a/c.html\r\n\r\n");
-    EXPECT_TRUE(NativeExists(f.Target("site.com/a/c.html.tmp")));
-    EXPECT_TRUE(NativeExists(f.Target("site.com/x.php_id=1.tmp")));
-    EXPECT_TRUE(NativeExists(f.Target("site.com/sub/index.html.tmp")));
 }
 
 TEST(ExtractLinks, HostilePageChangesNothingOutsideTheTargetFolder) {

@@ -32,9 +32,9 @@ inline constexpr std::array<std::string_view, 4> kRefreshSpellings = {
     "; url=", ";url=", "; URL=", ";URL="};
 inline constexpr std::string_view kRefreshLink = "a href='http://";
 
-// The whole sequence on `text`, with the result of replacing each row's pattern
-// everywhere, one row after the other, followed by the quote, line-end and
-// refresh passes.
+// The page as the scanner walks it: the result of replacing every spelling's
+// pattern everywhere, one row after the other, then every double quote with a
+// single one, then removing the line ends, then replacing the refresh spellings.
 std::string RewriteForScan(std::string_view text);
 
 }  // namespace vantorin

@@ -97,6 +97,8 @@ void frmMain::BuildControls() {
     pictures_[0]->setAutoFillBackground(true);
     pictures_[0]->setBackgroundRole(QPalette::Base);
     pictures_[2] = MakePicture(pictures_[0], "Picture3", QFrame::Panel);
+    pictures_[2]->setAutoFillBackground(true);
+    pictures_[2]->setBackgroundRole(QPalette::Base);
     connectionsHeading_ = MakeLabel(pictures_[0], "ConnectionsHeading", "Connections");
     dataInHeading_ = MakeLabel(pictures_[2], "DataInHeading", "Data In");
     QFont bold = verdana;
@@ -263,6 +265,7 @@ void frmMain::MakeRows() {
         }
         txtMax_->addItem(QString::fromLatin1(number));
     }
+    pictures_[2]->raise();  // a long status text ends under the "Data In" column
     if (engine_) {
         engine_->TotalBytes = 0;
         engine_->FilesDone = 0;

@@ -97,6 +97,9 @@ TEST_F(UiTest, LoadMakesTwentyFourRowsAndTheConnectionsList) {
     }
     EXPECT_EQ(window.txtMax()->count(), kRowCount);
     EXPECT_EQ(window.TxtMax(), "4");
+    // A status text long enough to reach the "Data In" column ends under it.
+    const QPoint underDataIn(window.picture(3)->x() + 3, window.l(1)->y() + 2);
+    EXPECT_EQ(window.picture(1)->childAt(underDataIn), window.picture(3));
     // The rest of the load: filters read, dldata made, the wizard due.
     EXPECT_EQ(vars.KeywordFilters[1], "ads");
     EXPECT_EQ(vars.KeywordFilters[2], "track");

@@ -240,6 +240,27 @@ TEST_F(UiTest, ReloadStartsOverFromTheDesign) {
     window.hide();
 }
 
+TEST_F(UiTest, NewSiteAndPreferencesOpenTheWizardOnlyWhenNoCrawlRuns) {
+    window.mnunew_Click();
+    window.mnupref_Click();
+    EXPECT_EQ(wizards, 2);
+    EXPECT_TRUE(dialogs.asked.empty());
+
+    window.SetText1("www.example.com");
+    window.Command1_Click();
+    dialogs.answers = {kAnswerNo};  // keep downloading: no wizard
+    window.mnunew_Click();
+    EXPECT_EQ(wizards, 2);
+    EXPECT_EQ(dialogs.asked.back().title, "Stop Download");
+    EXPECT_FALSE(window.Command1Enabled());
+
+    dialogs.answers = {kAnswerYes};  // stopped: the wizard follows
+    window.mnupref_Click();
+    EXPECT_EQ(wizards, 3);
+    EXPECT_TRUE(window.Command1Enabled());
+    window.hide();
+}
+
 TEST_F(UiTest, ClosingTheWindowAsksAndEndsOnlyOnYes) {
     window.show();
     dialogs.answers = {kAnswerNo};

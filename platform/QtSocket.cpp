@@ -1,9 +1,9 @@
 #include "platform/QtSocket.h"
 
-#include <QMetaObject>
 #include <QNetworkProxy>
 #include <QSignalBlocker>
 #include <QTcpSocket>
+#include <QTimer>
 
 #ifdef _WIN32
 #include <winsock2.h>
@@ -13,7 +13,18 @@
 
 namespace vantorin {
 
-QtSocket::QtSocket() : socket_(std::make_unique<QTcpSocket>()) {
+namespace {
+// Fresh bytes are handed on after this short pause rather than at once, so
+// the chunks of one burst arrive together and a close that the server sends
+// right behind its last chunk is already in when that chunk is handled.
+constexpr int kGatherMs = 5;
+}  // namespace
+
+QtSocket::QtSocket()
+    : socket_(std::make_unique<QTcpSocket>()), gather_(std::make_unique<QTimer>()) {
+    gather_->setSingleShot(true);
+    gather_->setInterval(kGatherMs);
+    QObject::connect(gather_.get(), &QTimer::timeout, socket_.get(), [this] { Deliver(); });
     // Plain connections only; no proxy is ever consulted.
     socket_->setProxy(QNetworkProxy::NoProxy);
     QObject::connect(socket_.get(), &QTcpSocket::connected, socket_.get(), [this] {
@@ -45,6 +56,7 @@ void QtSocket::Send(const std::string& bytes) {
 }
 
 void QtSocket::Close() {
+    gather_->stop();
     {
         const QSignalBlocker blocker(socket_.get());
         socket_->abort();
@@ -64,7 +76,10 @@ std::string QtSocket::ReadAll() {
 int QtSocket::State() const {
     if (failed_) return kSockError;
     // Bytes still unread after the peer's close are delivered first; the
-    // closing state shows once they have been read.
+    // closing state shows once they have been read. Qt reads nothing more
+    // from a socket while its dataArrival handler runs, so a close that came
+    // in during the handler's yield is looked for here as well.
+    if (!peerClosed_ && !BytesWaiting() && EndOfStreamPending()) peerClosed_ = true;
     if (peerClosed_) return BytesWaiting() ? kSockConnected : kSockClosing;
     switch (socket_->state()) {
         case QAbstractSocket::HostLookupState:
@@ -80,12 +95,12 @@ int QtSocket::State() const {
 }
 
 void QtSocket::OnReadyRead() {
-    Deliver();
+    if (!delivering_) ScheduleDelivery();
 }
 
 void QtSocket::OnDisconnected() {
     peerClosed_ = true;
-    if (BytesWaiting()) PostDelivery();
+    if (BytesWaiting()) ScheduleDelivery();
 }
 
 void QtSocket::OnError(int error) {
@@ -97,25 +112,17 @@ void QtSocket::OnError(int error) {
 }
 
 void QtSocket::Deliver() {
-    // Qt raises readyRead only once while a handler runs; bytes that come in
-    // meanwhile are delivered by the posting below, never by a nested call.
+    // Bytes that come in while a handler runs are delivered by the posting
+    // below, never by a nested call.
     if (delivering_ || !BytesWaiting() || !onDataArrival) return;
     delivering_ = true;
     onDataArrival();
     delivering_ = false;
-    if (BytesWaiting()) PostDelivery();
+    if (BytesWaiting()) ScheduleDelivery();
 }
 
-void QtSocket::PostDelivery() {
-    if (posted_) return;
-    posted_ = true;
-    QMetaObject::invokeMethod(
-        socket_.get(),
-        [this] {
-            posted_ = false;
-            Deliver();
-        },
-        Qt::QueuedConnection);
+void QtSocket::ScheduleDelivery() {
+    if (!gather_->isActive()) gather_->start();
 }
 
 bool QtSocket::EndOfStreamPending() const {

@@ -1,7 +1,8 @@
-// The socket over QTcpSocket, with the event model the engine is written for:
-// dataArrival posted again after a handler returns while bytes wait, the
-// closing state (8) shown once the peer has closed and every byte has been
-// read, errors held at 9 until Close().
+// The socket over QTcpSocket, with the event model the engine is written for.
+// dataArrival comes a few milliseconds after bytes arrive, so a burst and a
+// close right behind it are seen together; it comes again after a handler
+// returns while bytes wait, never nested. The closing state (8) shows once the
+// peer has closed and every byte has been read; errors stay at 9 until Close().
 #pragma once
 
 #include <memory>
@@ -10,6 +11,7 @@
 #include "platform/Socket.h"
 
 class QTcpSocket;
+class QTimer;
 
 namespace vantorin {
 
@@ -33,15 +35,16 @@ private:
     void OnDisconnected();
     void OnError(int error);
     void Deliver();
-    void PostDelivery();
+    void ScheduleDelivery();
     bool EndOfStreamPending() const;
     bool BytesWaiting() const;
 
     std::unique_ptr<QTcpSocket> socket_;
-    bool peerClosed_ = false;
+    std::unique_ptr<QTimer> gather_;
+    // Set when the peer's close is seen, also from State()'s look at the line.
+    mutable bool peerClosed_ = false;
     bool failed_ = false;
     bool delivering_ = false;
-    bool posted_ = false;
 };
 
 // Makes real sockets for the engine's 24 slots.

@@ -2,46 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
+#include "tests/platform/QtTestApp.h"
+
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <functional>
-#include <memory>
 #include <utility>
 #include <vector>
 
-namespace vantorin {
+namespace vantorin::testing {
 namespace {
-
-// Runs the event loop until `done` holds or two seconds pass.
-bool PumpUntil(const std::function<bool()>& done, int limitMs = 2000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!done()) {
-        if (clock.elapsed() > limitMs) return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    }
-    return true;
-}
-
-void Pump(int ms) {
-    PumpUntil([] { return false; }, ms);
-}
 
 // A real socket against an in-process server on 127.0.0.1, an ephemeral port.
 class QtSocketTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        if (!QCoreApplication::instance()) {
-            static int argc = 1;
-            static char name[] = "test_platform";
-            static char* argv[] = {name, nullptr};
-            app_ = std::make_unique<QCoreApplication>(argc, argv);
-        }
-    }
-
     void SetUp() override {
         ASSERT_TRUE(server.listen(QHostAddress::LocalHost, 0));
         socket.onConnected = [this] { ++connectedEvents; };
@@ -80,7 +55,6 @@ protected:
         };
     }
 
-    static inline std::unique_ptr<QCoreApplication> app_;
     QTcpServer server;
     QTcpSocket* peer = nullptr;
     QtSocket socket;
@@ -164,4 +138,4 @@ TEST_F(QtSocketTest, RefusedConnectionStaysInErrorUntilClosed) {
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

@@ -2,33 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <memory>
+#include "tests/platform/QtTestApp.h"
 
-namespace vantorin {
+#include <algorithm>
+
+namespace vantorin::testing {
 namespace {
-
-void Pump(int ms) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < ms) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-}
 
 class QtTimerTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        if (!QCoreApplication::instance()) {
-            static int argc = 1;
-            static char name[] = "test_platform";
-            static char* argv[] = {name, nullptr};
-            app_ = std::make_unique<QCoreApplication>(argc, argv);
-        }
-    }
     void SetUp() override {
         timer.onTimer = [this] { ++ticks; };
     }
-    static inline std::unique_ptr<QCoreApplication> app_;
     QtTimer timer;
     int ticks = 0;
 };
@@ -75,4 +60,4 @@ TEST_F(QtTimerTest, TickDuringItsOwnHandlerIsDroppedNotNested) {
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

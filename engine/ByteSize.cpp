@@ -1,8 +1,10 @@
 #include "engine/ByteSize.h"
 
 #ifdef _WIN32
-#include <shlwapi.h>
+// windows.h must come first.
 #include <windows.h>
+
+#include <shlwapi.h>
 #else
 #include <cmath>
 #include <cstdio>

@@ -1,0 +1,34 @@
+// The program's command line: no arguments open the window; otherwise
+// `vantorin --url ADDRESS --dir FOLDER [--timeout SECONDS] [--connections N]`
+// runs one crawl with no window, or --help / --version answer and end.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vantorin {
+
+struct CommandLine {
+    enum class Action { Window, Crawl, Help, Version, UsageError };
+    Action action = Action::Window;
+    std::string url;
+    std::string dir;
+    std::string timeout;            // empty: the stored setting, else "15"
+    std::string connections = "4";  // typed into txtMax, validated as typing is
+    std::string error;              // why the line was refused
+};
+
+// `args` are the arguments after the program name. Options take their value
+// as the next argument or after "=" (--url=ADDRESS).
+CommandLine ParseCommandLine(const std::vector<std::string>& args);
+
+std::string UsageText();
+inline constexpr const char* kVersionText = "Vantorin Website Downloader 1.9";
+
+// Exit codes of the command line.
+inline constexpr int kExitDone = 0;
+inline constexpr int kExitFolderError = 2;
+inline constexpr int kExitUsage = 64;
+inline constexpr int kExitInterrupted = 130;
+
+}  // namespace vantorin

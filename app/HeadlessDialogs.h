@@ -1,0 +1,28 @@
+// The message and input boxes of the headless run: every message is printed
+// to stderr, every Yes/No question is answered No, OK boxes OK, input boxes
+// cancelled. The run watches what is asked through onMessage.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/Dialogs.h"
+
+namespace vantorin {
+
+class HeadlessDialogs : public Dialogs {
+public:
+    int MsgBox(const std::string& text, const std::string& title, int style) override;
+    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                        const std::string& defaultText) override;
+
+    // Called after the message is printed, before the answer is returned.
+    std::function<void(const std::string& text, const std::string& title)> onMessage;
+    // Called before anything is printed (to end a redrawn progress line).
+    std::function<void()> beforePrint;
+};
+
+// "Title: text", the box's CR LF line breaks as plain line feeds.
+std::string MessageLine(const std::string& text, const std::string& title);
+
+}  // namespace vantorin

@@ -1,0 +1,42 @@
+#include "app/ProgramParts.h"
+
+#include <QCoreApplication>
+
+#include "platform/DefaultFolder.h"
+#include "platform/PageText.h"
+#include "platform/QtSocket.h"
+#include "platform/QtTimer.h"
+#include "platform/Text.h"
+
+namespace vantorin {
+
+namespace {
+
+CrawlVariables StartingVariables() {
+    CrawlVariables vars;
+    vars.TargetFolder = DefaultTargetFolder();
+    return vars;
+}
+
+}  // namespace
+
+std::string ProgramFolder() {
+    const std::string folder = QCoreApplication::applicationDirPath().toLatin1().toStdString();
+    return Replace(folder, "/", "\\");
+}
+
+ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell)
+    : vars(StartingVariables()),
+      fs(vars.TargetFolder, ProgramFolder()),
+      services{vars, fs, settings, dialogs},
+      window(vars, fs, dialogs, shell),
+      engine(
+          window, dialogs, shell, vars, fs,
+          [](const std::string& path) {
+              return VisiblePageText(FileSystem::ToNative(path).string());
+          },
+          [] { QCoreApplication::processEvents(); }, QtSocketFactory(), QtTimerFactory()) {
+    window.AttachEngine(engine);
+}
+
+}  // namespace vantorin

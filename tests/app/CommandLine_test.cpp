@@ -1,0 +1,83 @@
+#include "app/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include "app/ProgressLine.h"
+
+namespace vantorin {
+namespace {
+
+using Action = CommandLine::Action;
+
+TEST(CommandLine, ParsesOrRefusesEachLine) {
+    struct Case {
+        std::vector<std::string> args;
+        Action action;
+        std::string url, dir, timeout, connections, error;
+    };
+    const Case cases[] = {
+        {{}, Action::Window, "", "", "", "4", ""},
+        {{"--url", "www.a.test", "--dir", "/m"}, Action::Crawl, "www.a.test", "/m", "", "4", ""},
+        {{"--dir=/m", "--url=x", "--timeout", "2.5", "--connections", "9"},
+         Action::Crawl,
+         "x",
+         "/m",
+         "2.5",
+         "9",
+         ""},
+        // The count goes to txtMax as typed; its own check refuses it there.
+        {{"--url", "x", "--dir", "/m", "--connections", "abc"},
+         Action::Crawl,
+         "x",
+         "/m",
+         "",
+         "abc",
+         ""},
+        {{"--url", "x", "--dir", "/m", "--help"}, Action::Help, "", "", "", "4", ""},
+        {{"--version"}, Action::Version, "", "", "", "4", ""},
+        {{"--url", "x"}, Action::UsageError, "", "", "", "4", "--dir FOLDER is required"},
+        {{"--dir", "/m", "--url", "  "},
+         Action::UsageError,
+         "",
+         "",
+         "",
+         "4",
+         "--url ADDRESS is required"},
+        {{"--url"}, Action::UsageError, "", "", "", "4", "--url needs a value"},
+        {{"--url", "x", "--url", "y", "--dir", "/m"},
+         Action::UsageError,
+         "",
+         "",
+         "",
+         "4",
+         "--url given twice"},
+        {{"--url", "x", "--dir", "/m", "--timeout", "soon"},
+         Action::UsageError,
+         "",
+         "",
+         "",
+         "4",
+         "--timeout needs a number of seconds: soon"},
+        {{"www.a.test"}, Action::UsageError, "", "", "", "4", "unknown argument: www.a.test"},
+        {{"--version=2"}, Action::UsageError, "", "", "", "4", "unknown argument: --version=2"},
+    };
+    for (const Case& c : cases) {
+        const CommandLine line = ParseCommandLine(c.args);
+        const std::string label = c.args.empty() ? "(none)" : c.args.front();
+        EXPECT_EQ(line.action, c.action) << label;
+        EXPECT_EQ(line.url, c.url) << label;
+        EXPECT_EQ(line.dir, c.dir) << label;
+        EXPECT_EQ(line.timeout, c.timeout) << label;
+        EXPECT_EQ(line.connections, c.connections) << label;
+        EXPECT_EQ(line.error, c.error) << label;
+    }
+}
+
+TEST(ProgressLine, FormatsTheFourFigures) {
+    EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
+              "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");
+    EXPECT_EQ(FormatProgress({}), "Downloaded 0 files, 0 queued, 0 bytes, 0 connections busy");
+}
+
+}  // namespace
+}  // namespace vantorin

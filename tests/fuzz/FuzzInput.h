@@ -2,6 +2,7 @@
 // can drive routines that take several arguments.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -21,6 +22,14 @@ public:
         if (at_ < size_) ++at_;
         return out;
     }
+    // Up to `n` bytes (fewer at the end).
+    std::string Bytes(std::size_t n) {
+        n = std::min(n, size_ - at_);
+        std::string out(data_ + at_, n);
+        at_ += n;
+        return out;
+    }
+    bool AtEnd() const { return at_ >= size_; }
     std::string Rest() {
         std::string out(data_ + at_, size_ - at_);
         at_ = size_;

@@ -14,7 +14,9 @@ CrawlEngine::CrawlEngine(WindowSeam& window, Dialogs& dialogs, ShellOpen& shell,
       dialogs_(dialogs),
       shell_(shell),
       vars_(vars),
-      mirror_{vars, fs, std::move(pageText), std::move(yield)} {
+      fs_(fs),
+      mirrorFs_(vars.TargetFolder, std::string()),
+      mirror_{vars, mirrorFs_, std::move(pageText), std::move(yield)} {
     for (int i = 1; i <= kSlotCount; ++i) {
         const auto n = static_cast<std::size_t>(i - 1);
         sockets_[n] = sockets();
@@ -53,7 +55,7 @@ void CrawlEngine::ConnectNowNow() {
     if (!Contains(LCase(window_.Text1()), "www.")) window_.SetText1("www." + window_.Text1());
     window_.SetPauseEnabled(true);
     vars_.SiteHost = Trim(Replace(CutHostAtDelimiter(window_.Text1()), "www.", ""));
-    vars_.FileTypeSet = LoadFileTypes(mirror_.fs);
+    vars_.FileTypeSet = LoadFileTypes(fs_);
     window_.SetCommand1Enabled(false);
     window_.SetCommand2Enabled(true);
     vars_.LastSearchPage = "";

@@ -126,6 +126,11 @@ private:
     Dialogs& dialogs_;
     ShellOpen& shell_;
     CrawlVariables& vars_;
+    FileSystem& fs_;  // the program's lists are read through it
+    // Every path the crawl writes comes from a page or an address, so the
+    // mirror's file system holds to the target folder alone: a name such as
+    // "..www.\" (a ".." once "www." is cut) must not reach the program folder.
+    FileSystem mirrorFs_;
     Mirror mirror_;
     std::array<ConnectionSlot, kSlotCount> slots_{};
     std::array<std::unique_ptr<Socket>, kSlotCount> sockets_;

@@ -33,10 +33,17 @@ test-sanitize: deps
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 		ctest --test-dir $(SANITIZE_BUILD) --output-on-failure -j$(JOBS)
 
+# Mirrors the bundled sample site with the command line, on port 80 of a
+# private network namespace; needs no display.
+.PHONY: demo
+demo: build
+	@sh scripts/demo.sh $(BUILD)/app/vantorin
+
 bench: deps
 	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVANTORIN_BENCH=ON -DBUILD_TESTING=OFF >/dev/null
 	@cmake --build $(BUILD)-bench -j$(JOBS)
 	@for b in $(BUILD)-bench/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
+	@sh bench/crawl/run.sh $(BUILD)-bench/app/vantorin
 
 # Each fuzz target for FUZZ_SECONDS, its corpus grown in $(BUILD)-fuzz/corpus/<name>.
 fuzz: deps

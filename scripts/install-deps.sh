@@ -4,7 +4,7 @@
 set -e
 
 PACKAGES="cmake make g++ clang libclang-rt-14-dev pkg-config qt6-base-dev libgl-dev libgumbo-dev libgtest-dev libgmock-dev
- libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth"
+ libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time"
 
 missing=""
 for p in $PACKAGES; do

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "platform/Text.h"
-#include "tests/extractor/MirrorFixture.h"
+#include "tests/support/MirrorFixture.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin {

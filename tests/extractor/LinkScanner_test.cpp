@@ -7,7 +7,7 @@
 
 #include "extractor/LinkRewrite.h"
 #include "platform/Text.h"
-#include "tests/extractor/MirrorFixture.h"
+#include "tests/support/MirrorFixture.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin {

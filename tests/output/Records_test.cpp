@@ -7,7 +7,7 @@
 #include <string>
 
 #include "output/LocalPath.h"
-#include "tests/output/OutputFixture.h"
+#include "tests/support/MirrorFixture.h"
 
 namespace vantorin {
 namespace {
@@ -32,7 +32,7 @@ TEST(GetPageText, YieldsFourTimesThenFoldsLineEndsAndBlanks) {
         {"", ""},
     };
     for (const auto& c : cases) {
-        testing::OutputFixture f;
+        testing::MirrorFixture f;
         int yields = 0;
         int yieldsBeforeRead = -1;
         std::string asked;
@@ -49,7 +49,7 @@ TEST(GetPageText, YieldsFourTimesThenFoldsLineEndsAndBlanks) {
 }
 
 TEST(RecordSearchText, SuppressesOnlyAnImmediateRepeat) {
-    testing::OutputFixture f;
+    testing::MirrorFixture f;
     const std::string a = f.vars.TargetFolder + "site.com\\A.html ";
     const std::string b = f.vars.TargetFolder + "site.com\\dir\\b.html";
     RecordSearchText("first", "www.site.com", a, f.m);
@@ -64,7 +64,7 @@ TEST(RecordSearchText, SuppressesOnlyAnImmediateRepeat) {
 }
 
 TEST(RecordSearchText, OneFilePerSlotHost) {
-    testing::OutputFixture f;
+    testing::MirrorFixture f;
     RecordSearchText("t1", "www.one.com", f.vars.TargetFolder + "one.com\\a.html", f.m);
     RecordSearchText("t2", "two.org", f.vars.TargetFolder + "two.org\\a.html", f.m);
     EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/one.com.txt")), "! one.com\\a.html\r\nt1\r\n");
@@ -74,7 +74,7 @@ TEST(RecordSearchText, OneFilePerSlotHost) {
 // The sweep deletes placeholders only in folders this crawl made, found
 // whatever the case of their real names, and skips fields shorter than 5.
 TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
-    testing::OutputFixture f;
+    testing::MirrorFixture f;
     WriteNativeFile(f.Target("before.tmp"), "target folder existed before");
     std::filesystem::create_directories(f.Target("old.com"));
     WriteNativeFile(f.Target("old.com/x.tmp"), "folder existed before");
@@ -97,7 +97,7 @@ TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
 }
 
 TEST(RemoveTempFiles, ShortFieldsAndAnEmptyListSweepNothing) {
-    testing::OutputFixture f;
+    testing::MirrorFixture f;
     WriteNativeFile(f.Target("ab/x.tmp"), "short field");
     WriteNativeFile(f.Target("abcd/x.tmp"), "long enough");
     WriteNativeFile(f.Target("late/x.tmp"), "after an empty field");

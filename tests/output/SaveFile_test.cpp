@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "platform/Text.h"
-#include "tests/output/OutputFixture.h"
+#include "tests/support/MirrorFixture.h"
 
 namespace vantorin {
 namespace {
@@ -20,7 +20,7 @@ using testing::WriteNativeFile;
 
 constexpr const char* kHeader = "HTTP/1.0 200 OK\r\nContent-Type: text/html\r\n\r\n";
 
-struct Saver : testing::OutputFixture {
+struct Saver : testing::MirrorFixture {
     std::int32_t filesDone = 0;
 
     void Save(const std::string& received, std::string address,

@@ -1,21 +1,23 @@
-// A mirror in a fresh temporary folder for the saver's and the records'
-// tests. The target folder sits two levels down, so anything climbing out of
-// it lands in the folders around it, where the tests look for it.
+// A crawl mirror in a fresh temporary folder for the mirror's and the
+// extractor's tests: the target folder sits two levels down, so that anything
+// climbing out of it can be caught in the folders around it.
 #pragma once
 
 #include <filesystem>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "output/CrawlVariables.h"
 #include "output/Mirror.h"
 #include "platform/FileSystem.h"
 #include "platform/PageText.h"
+#include "platform/StringList.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
 
-struct OutputFixture {
+struct MirrorFixture {
     TempDir tmp;
     CrawlVariables vars;
     FileSystem fs{vars.TargetFolder, tmp.Backslashed() + "program"};
@@ -25,10 +27,13 @@ struct OutputFixture {
                  return VisiblePageText(FileSystem::ToNative(path).string());
              },
              {}};
+    VectorList queue;
+    VectorList notTaken;
 
-    OutputFixture() {
+    MirrorFixture() {
         vars.TargetFolder = tmp.Backslashed() + "up\\mirror\\";
         vars.SiteHost = "site.com";
+        vars.FileTypeSet = ":.html::.htm::.gif::.jpg:";
         std::filesystem::create_directories(tmp.NativePath("up/mirror"));
     }
 
@@ -37,11 +42,12 @@ struct OutputFixture {
         return tmp.NativePath("up/mirror/" + relative);
     }
 
-    // Every file and folder below the temporary folder but outside the target.
+    // Every file and folder below the temporary folder but outside the target
+    // folder, with its size: what a hostile link must never change.
     std::set<std::string> OutsideTarget() const {
         namespace fs = std::filesystem;
         std::set<std::string> seen;
-        const fs::path target(tmp.NativePath("up/mirror"));
+        const fs::path target = fs::path(tmp.NativePath("up/mirror"));
         std::error_code ec;
         for (auto it = fs::recursive_directory_iterator(tmp.Native(), ec);
              it != fs::recursive_directory_iterator(); it.increment(ec)) {
@@ -49,7 +55,8 @@ struct OutputFixture {
                 it.disable_recursion_pending();
                 continue;
             }
-            seen.insert(it->path().string());
+            seen.insert(it->path().string() + " " +
+                        std::to_string(it->is_regular_file() ? it->file_size() : 0));
         }
         return seen;
     }

@@ -148,13 +148,30 @@ TEST_F(HttpExchange, StopInsideAYieldLeavesTheSlotAlone) {
 }
 
 TEST_F(HttpExchange, CountersSkipAnAddThatWouldOverflow) {
-    Start("www.a.test/x.htm");
-    sock(1).Accept();
-    engine.TotalBytes = std::numeric_limits<std::int32_t>::max() - 2;
-    engine.Slot(1).BytesReceived = 10;
-    sock(1).Receive("abcd");
-    EXPECT_EQ(engine.TotalBytes, std::numeric_limits<std::int32_t>::max() - 2);
-    EXPECT_EQ(engine.Slot(1).BytesReceived, 14);
+    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+    const struct {
+        const char* name;
+        std::int32_t total, received;  // before a 4-byte chunk
+        std::int32_t totalAfter, receivedAfter;
+    } cases[] = {
+        {"total full", kMax - 2, 10, kMax - 2, 14},
+        {"received full", 10, kMax - 2, 14, kMax - 2},
+        {"both at the top", kMax - 4, kMax - 4, kMax, kMax},
+        {"both full", kMax, kMax, kMax, kMax},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Start("www.a.test/x.htm");
+        sock(1).Accept();
+        engine.TotalBytes = c.total;
+        engine.Slot(1).BytesReceived = c.received;
+        sock(1).Receive("abcd");
+        EXPECT_EQ(engine.TotalBytes, c.totalAfter);
+        EXPECT_EQ(engine.Slot(1).BytesReceived, c.receivedAfter);
+        // The chunk itself is still kept; only the counters stop.
+        EXPECT_EQ(engine.Slot(1).Response, "abcd");
+        engine.StopNOW();
+    }
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ WORK = None
 sys.path.insert(0, HERE)
 import fault_server  # noqa: E402
 
-FAULT_HOSTS = ["silent", "noclose", "reset", "drip", "big", "nohead", "hostile"]
+FAULT_HOSTS = ["silent", "noclose", "reset", "resetnow", "drip", "big", "nohead", "hostile"]
 HOSTS = ("127.0.0.1 localhost " + " ".join(f"www.{h}.test" for h in FAULT_HOSTS) + "\n"
          "127.0.0.2 www.refused.test\n"  # nothing listens there: the connection is refused
          "127.0.0.3 www.early.test\n")   # closes before reading the request
@@ -162,6 +162,8 @@ class ServerFaults(unittest.TestCase):
             ("noclose", "www.noclose.test", 2.5, 10, 3),
             ("early", "www.early.test", 2.5, 10, 3),
             ("reset", "www.reset.test", 2.5, 10, 3),
+            # A reset that comes in with the bytes is a close: the part is saved.
+            ("resetnow", "www.resetnow.test", 0, 5, 1),
             ("nohead", "www.nohead.test/page.html", 0, 5, 1),
         ]
         for name, address, fewest, most, connections in cases:
@@ -179,22 +181,36 @@ class ServerFaults(unittest.TestCase):
                 self.assertEqual(tmp_files(run), [])
                 self.assertEqual(run.changes_outside_target(), [])
 
-    def test_bytes_without_a_header_lose_their_first_three_characters(self):
-        run = Run("nohead-saved", ["www.nohead.test/page.html", "--timeout", "1"])
-        with open(run.files()[os.path.join("nohead.test", "page.html")], "rb") as f:
-            self.assertEqual(f.read(), fault_server.NO_HEADER_BYTES[3:] + b"\r\n")
+    def test_what_is_saved_from_a_partial_or_headless_answer(self):
+        cases = [
+            # start address, saved file, its bytes
+            ("www.nohead.test/page.html", os.path.join("nohead.test", "page.html"),
+             fault_server.NO_HEADER_BYTES[3:] + b"\r\n"),  # first three characters lost
+            ("www.resetnow.test", os.path.join("resetnow.test", "index.html"),
+             b"r" * fault_server.RESET_SENT + b"\r\n"),
+        ]
+        for address, saved, data in cases:
+            with self.subTest(address):
+                run = Run("saved-" + address.split(".")[1], [address, "--timeout", "1"])
+                with open(run.files()[saved], "rb") as f:
+                    self.assertEqual(f.read(), data)
 
     def test_100_mib_response_is_saved_whole(self):
-        run = Run("big", ["www.big.test/big.zip", "--timeout", "2"], measure=True)
-        print(f"\n  big: exit {run.status} after {run.seconds:.1f} s, "
-              f"peak RSS {run.peak_rss_kib} KiB", end="")
-        self.assertEqual(run.status, 0, run.stderr[-2000:])
-        saved = run.files()[os.path.join("big.test", "big.zip")]
-        self.assertEqual(os.path.getsize(saved), fault_server.BIG_SIZE + 2)
-        # The response, its saved copy and the text handed to the scanner are
-        # held at once (about 3.7 times the body was seen); five times is the bound.
-        self.assertLess(run.peak_rss_kib * 1024, 5 * fault_server.BIG_SIZE)
-        self.assertLess(run.seconds, 60)
+        # As a page (line ends, page text and scan run over it) and as a file.
+        for name in ["big.html", "big.zip"]:
+            with self.subTest(name):
+                run = Run(name, ["www.big.test/" + name, "--timeout", "2"], measure=True)
+                print(f"\n  {name}: exit {run.status} after {run.seconds:.1f} s, "
+                      f"peak RSS {run.peak_rss_kib} KiB", end="")
+                self.assertEqual(run.status, 0, run.stderr[-2000:])
+                saved = run.files()[os.path.join("big.test", name)]
+                self.assertEqual(os.path.getsize(saved), fault_server.BIG_SIZE + 2)
+                # The response, its saved copy and the text handed to the scanner
+                # are held at once: 3.6 times the body on a quiet machine, up to
+                # 6.6 times when a busy one lets the socket's buffer fill behind
+                # a slow handler. Eight times is the bound.
+                self.assertLess(run.peak_rss_kib * 1024, 8 * fault_server.BIG_SIZE)
+                self.assertLess(run.seconds, 60)
 
 
 class Stops(unittest.TestCase):

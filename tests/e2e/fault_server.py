@@ -164,16 +164,21 @@ class Handler(socketserver.BaseRequestHandler):
         self.send(sock, LEAF, close=False)
         self.hold(sock)
 
-    def fault_reset(self, sock):
-        """Sends part of the body, then resets the connection (SO_LINGER 0)."""
+    def fault_reset(self, sock, pause=0.2):
+        """Sends part of the body, then resets the connection (SO_LINGER 0):
+        after a pause, so the client has handled the bytes before the reset."""
         head = b"HTTP/1.0 200 OK\r\nContent-Length: 100000\r\n\r\n"
         try:
             sock.sendall(head + b"r" * RESET_SENT)
-            time.sleep(0.2)
+            time.sleep(pause)
             sock.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
         except OSError:
             pass
         sock.close()
+
+    def fault_resetnow(self, sock):
+        """The reset right behind the bytes, which arrive together with it."""
+        self.fault_reset(sock, pause=0)
 
     def fault_drip(self, sock):
         """One byte a second after the header, until the client goes away."""

@@ -67,7 +67,8 @@ def hostile_pages():
     index = b"<html><body>" + b"\n".join(
         b'<a href="' + link + b'">x</a> <a href=\'' + link + b'\'>y</a> <a href=' + link + b'>z</a>'
         for link in HOSTILE_LINKS) + b"</body></html>\n"
-    long_link = b"<html><body><a href=\"" + b"../" * 33_000 + b"x" * 1_000 + b".html\">l</a></body></html>\n"
+    long_link = (b'<html><body><a href="' + b"../" * 33_000 + b"x" * 1_000 +
+                 b'.html">l</a></body></html>\n')
     return {"/": index, "/long.html": long_link, "/many.html": many_links_page()}
 
 

@@ -29,7 +29,6 @@ test-sanitize: deps
 	@cmake -S . -B $(SANITIZE_BUILD) $(CMAKE_FLAGS) -DVANTORIN_SANITIZE=ON >/dev/null
 	@cmake --build $(SANITIZE_BUILD) -j$(JOBS)
 	ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
-	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 		ctest --test-dir $(SANITIZE_BUILD) --output-on-failure -j$(JOBS)
 
@@ -52,7 +51,7 @@ fuzz: deps
 	@for t in $(BUILD)-fuzz/tests/fuzz/fuzz_*; do \
 		[ -f "$$t" ] && [ -x "$$t" ] || continue; \
 		name=$${t##*/fuzz_}; mkdir -p $(BUILD)-fuzz/corpus/$$name; \
-		"$$t" -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 \
+		"$$t" -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=10 -print_final_stats=1 \
 			$(BUILD)-fuzz/corpus/$$name tests/fuzz/corpus/$$name || exit 1; \
 	done
 

@@ -73,6 +73,24 @@ public:
     int starts = 0;  // how often the count was (re)started
 };
 
+// Factories that hand out doubles and keep a pointer to each, in the order the
+// engine makes them (24 sockets; 24 timeout timers, then tmrMove).
+inline SocketFactory RecordingSockets(std::vector<FakeSocket*>& made) {
+    return [&made] {
+        auto s = std::make_unique<FakeSocket>();
+        made.push_back(s.get());
+        return s;
+    };
+}
+
+inline TimerFactory RecordingTimers(std::vector<FakeTimer*>& made) {
+    return [&made] {
+        auto t = std::make_unique<FakeTimer>();
+        made.push_back(t.get());
+        return t;
+    };
+}
+
 class RecordingWindow : public WindowSeam {
 public:
     StringList& List1() override { return list1; }
@@ -147,16 +165,7 @@ protected:
                   // A handler that runs inside this yield, once.
                   if (auto once = std::exchange(duringYield, nullptr)) once();
               },
-              [this] {
-                  auto s = std::make_unique<FakeSocket>();
-                  sockets.push_back(s.get());
-                  return s;
-              },
-              [this] {
-                  auto t = std::make_unique<FakeTimer>();
-                  timers.push_back(t.get());
-                  return t;
-              }) {
+              RecordingSockets(sockets), RecordingTimers(timers)) {
         vars.TargetFolder = dir.Backslashed() + "site\\";
         fs.CreateFolder(vars.TargetFolder);
     }

@@ -32,19 +32,7 @@ void ScratchMirror::Reset() {
 }
 
 std::set<std::string> ScratchMirror::OutsideTarget() const {
-    std::set<std::string> seen;
-    std::error_code ec;
-    const fs::path target(targetNative_);
-    for (auto it = fs::recursive_directory_iterator(tmp.Native(), ec);
-         it != fs::recursive_directory_iterator(); it.increment(ec)) {
-        if (it->path() == target) {
-            it.disable_recursion_pending();
-            continue;
-        }
-        seen.insert(it->path().string() + " " +
-                    std::to_string(it->is_regular_file(ec) ? it->file_size(ec) : 0));
-    }
-    return seen;
+    return testing::ListTreeExcept(tmp.Native(), targetNative_);
 }
 
 void ScratchMirror::CheckNothingOutside() const {

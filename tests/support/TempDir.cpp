@@ -46,4 +46,20 @@ void WriteNativeFile(const std::string& nativePath, const std::string& bytes) {
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
+std::set<std::string> ListTreeExcept(const std::string& root, const std::string& excluded) {
+    std::set<std::string> seen;
+    std::error_code ec;
+    const fs::path skip(excluded);
+    for (auto it = fs::recursive_directory_iterator(root, ec);
+         it != fs::recursive_directory_iterator(); it.increment(ec)) {
+        if (it->path() == skip) {
+            it.disable_recursion_pending();
+            continue;
+        }
+        seen.insert(it->path().string() + " " +
+                    std::to_string(it->is_regular_file(ec) ? it->file_size(ec) : 0));
+    }
+    return seen;
+}
+
 }  // namespace vantorin::testing

@@ -2,6 +2,7 @@
 // afterwards, with helpers to name paths inside it in the program's backslash form.
 #pragma once
 
+#include <set>
 #include <string>
 
 namespace vantorin::testing {
@@ -29,5 +30,8 @@ private:
 std::string ReadNativeFile(const std::string& nativePath);
 bool NativeExists(const std::string& nativePath);
 void WriteNativeFile(const std::string& nativePath, const std::string& bytes);
+// Every file and folder below `root` with its size, leaving out the tree below
+// `excluded`: what a hostile page must never change.
+std::set<std::string> ListTreeExcept(const std::string& root, const std::string& excluded);
 
 }  // namespace vantorin::testing

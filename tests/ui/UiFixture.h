@@ -20,18 +20,8 @@ protected:
         : programFolder(MakeProgramFolder(dir)),
           fs(vars.TargetFolder, programFolder),
           window(vars, fs, dialogs, shell),
-          engine(
-              window, dialogs, shell, vars, fs, PageTextReader(), Yield(),
-              [this] {
-                  auto s = std::make_unique<FakeSocket>();
-                  sockets.push_back(s.get());
-                  return s;
-              },
-              [this] {
-                  auto t = std::make_unique<FakeTimer>();
-                  timers.push_back(t.get());
-                  return t;
-              }) {
+          engine(window, dialogs, shell, vars, fs, PageTextReader(), Yield(),
+                 RecordingSockets(sockets), RecordingTimers(timers)) {
         window.AttachEngine(engine);
         window.ShowNewSiteWizard = [this] { ++wizards; };
         window.ShowFilterDialog = [this] { ++filterDialogs; };

@@ -9,7 +9,7 @@ import struct
 import threading
 import time
 
-from fixture_server import header
+from fixture_server import LoggingServer, header
 
 BIG_SIZE = 100 * 1024 * 1024
 NO_HEADER_BYTES = b"<html><body>No header at all</body></html>"
@@ -72,31 +72,12 @@ def hostile_pages():
     return {"/": index, "/long.html": long_link, "/many.html": many_links_page()}
 
 
-class Server(socketserver.ThreadingTCPServer):
-    allow_reuse_address = True
-    daemon_threads = True
+class Server(LoggingServer):
+    """Logs (host, path, raw request)."""
 
     def __init__(self):
-        self.requests = []  # (host, path, raw request), in arrival order
-        self.lock = threading.Lock()
-        self.stopping = threading.Event()
         self.hostile = hostile_pages()
-        super().__init__(("127.0.0.1", 80), Handler)
-        threading.Thread(target=self.serve_forever, daemon=True).start()
-
-    def take_requests(self):
-        with self.lock:
-            taken, self.requests = self.requests, []
-        return taken
-
-    def request_count(self):
-        with self.lock:
-            return len(self.requests)
-
-    def stop(self):
-        self.stopping.set()
-        self.shutdown()
-        self.server_close()
+        super().__init__(Handler)
 
 
 class EarlyCloser(socketserver.TCPServer):

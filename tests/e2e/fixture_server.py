@@ -13,17 +13,17 @@ SLOW_PAGE = (b'<html><body>Slow site <a href="one.html">1</a> <a href="two.html"
              b'<a href="three.html">3</a></body></html>\n')
 
 
-class Server(socketserver.ThreadingTCPServer):
+class LoggingServer(socketserver.ThreadingTCPServer):
+    """A threaded server on 127.0.0.1:80 that keeps what its handler logs in
+    `requests` (in arrival order) and serves until stop()."""
     allow_reuse_address = True
     daemon_threads = True
 
-    def __init__(self, site, delay=0.0):
-        self.site = site
-        self.delay = delay
-        self.requests = []  # (host, raw request bytes), in arrival order
+    def __init__(self, handler):
+        self.requests = []
         self.lock = threading.Lock()
         self.stopping = threading.Event()
-        super().__init__(("127.0.0.1", 80), Handler)
+        super().__init__(("127.0.0.1", 80), handler)
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
     def take_requests(self):
@@ -31,10 +31,23 @@ class Server(socketserver.ThreadingTCPServer):
             taken, self.requests = self.requests, []
         return taken
 
+    def request_count(self):
+        with self.lock:
+            return len(self.requests)
+
     def stop(self):
         self.stopping.set()
         self.shutdown()
         self.server_close()
+
+
+class Server(LoggingServer):
+    """Logs (host, raw request bytes)."""
+
+    def __init__(self, site, delay=0.0):
+        self.site = site
+        self.delay = delay
+        super().__init__(Handler)
 
 
 def header(raw, name):

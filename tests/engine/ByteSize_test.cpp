@@ -2,14 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace vantorin {
 namespace {
 
 TEST(FormatByteSize, KeepsThreeSignificantDigitsTruncated) {
-    const struct {
-        std::int32_t value;
-        const char* text;
-    } cases[] = {
+    const std::pair<std::int32_t, const char*> cases[] = {
         {0, "0 bytes"},          {532, "532 bytes"},     {1023, "1023 bytes"},
         {1024, "1.00 KB"},       {2000, "1.95 KB"},      {10239, "9.99 KB"},
         {10240, "10.0 KB"},      {102399, "99.9 KB"},    {123456, "120 KB"},
@@ -17,7 +16,7 @@ TEST(FormatByteSize, KeepsThreeSignificantDigitsTruncated) {
         {1234567, "1.17 MB"},    {104857599, "99.9 MB"}, {1073741824, "1.00 GB"},
         {2147483647, "1.99 GB"}, {-1, "3.99 GB"},  // the count is read as unsigned
     };
-    for (const auto& c : cases) EXPECT_EQ(FormatByteSize(c.value), c.text) << c.value;
+    for (const auto& [value, text] : cases) EXPECT_EQ(FormatByteSize(value), text) << value;
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -29,7 +28,6 @@ public:
     }
     void Send(const std::string& bytes) override { sent.push_back(bytes); }
     void Close() override {
-        ++closes;
         state = kSockClosed;
         unread.clear();
     }
@@ -39,38 +37,30 @@ public:
     // Scripted events.
     void Accept() {
         state = kSockConnected;
-        if (onConnected) onConnected();
+        onConnected();
     }
     void Receive(const std::string& bytes, bool peerClosesToo = false) {
         unread += bytes;
         if (peerClosesToo) state = kSockClosing;
-        if (onDataArrival) onDataArrival();
+        onDataArrival();
     }
-    void Fail() { state = kSockError; }
 
     int state = kSockClosed;
     std::string unread;
     std::vector<std::pair<std::string, int>> connects;
     std::vector<std::string> sent;
-    int closes = 0;
 };
 
 class FakeTimer : public Timer {
 public:
     void SetInterval(int ms) override { interval = ms; }
     int Interval() const override { return interval; }
-    void SetEnabled(bool on) override {
-        if (on && !enabled) ++starts;
-        enabled = on;
-    }
+    void SetEnabled(bool on) override { enabled = on; }
     bool Enabled() const override { return enabled; }
-    void Fire() {
-        if (onTimer) onTimer();
-    }
+    void Fire() { onTimer(); }
 
     int interval = 0;
     bool enabled = false;
-    int starts = 0;  // how often the count was (re)started
 };
 
 // Factories that hand out doubles and keep a pointer to each, in the order the
@@ -82,7 +72,6 @@ inline SocketFactory RecordingSockets(std::vector<FakeSocket*>& made) {
         return s;
     };
 }
-
 inline TimerFactory RecordingTimers(std::vector<FakeTimer*>& made) {
     return [&made] {
         auto t = std::make_unique<FakeTimer>();
@@ -97,30 +86,28 @@ public:
     StringList& List2() override { return list2; }
     std::string Text1() const override { return text1; }
     void SetText1(const std::string& t) override { text1 = t; }
-    void SetText1Enabled(bool on) override { text1Enabled = on; }
-    void FocusText1() override { ++focusText1; }
+    void SetText1Enabled(bool) override {}
+    void FocusText1() override {}
     bool Command1Enabled() const override { return command1; }
     void SetCommand1Enabled(bool on) override { command1 = on; }
-    void SetCommand2Enabled(bool on) override { command2 = on; }
-    void SetPauseEnabled(bool on) override { pause = on; }
+    void SetCommand2Enabled(bool) override {}
+    void SetPauseEnabled(bool) override {}
     std::string TxtMax() const override { return txtMax; }
     void SetTxtMax(const std::string& t) override { txtMax = t; }
     void SetLabel6(const std::string& c) override { label6 = c; }
-    void SetLabel3(const std::string& c) override { label3 = c; }
-    void SetLabel4(const std::string& c) override { label4 = c; }
-    void SetLabel5(const std::string& c) override { label5 = c; }
+    void SetLabel3(const std::string&) override {}
+    void SetLabel4(const std::string&) override {}
+    void SetLabel5(const std::string&) override {}
     void SetRowStatus(int slot, const std::string& c) override { status[slot] = c; }
-    void SetRowSize(int slot, const std::string& c) override { size[slot] = c; }
+    void SetRowSize(int, const std::string&) override {}
     void SetRowReceived(int slot, const std::string& c) override { received[slot] = c; }
-    void ReloadWindow() override { ++reloads; }
-    void EndProgram() override { ++ends; }
+    void ReloadWindow() override {}
+    void EndProgram() override {}
 
     VectorList list1, list2;
-    std::string text1, txtMax = "4";
-    bool text1Enabled = true, command1 = true, command2 = false, pause = false;
-    int focusText1 = 0, reloads = 0, ends = 0;
-    std::string label3, label4, label5, label6;
-    std::map<int, std::string> status, size, received;
+    std::string text1, txtMax = "4", label6;
+    bool command1 = true;
+    std::map<int, std::string> status, received;
 };
 
 struct AskedBox {
@@ -160,11 +147,7 @@ protected:
         : fs(vars.TargetFolder, dir.Backslashed() + "prog"),
           engine(
               window, dialogs, shell, vars, fs, PageTextReader(),
-              [this] {
-                  ++yields;
-                  // A handler that runs inside this yield, once.
-                  if (auto once = std::exchange(duringYield, nullptr)) once();
-              },
+              [this] { std::exchange(duringYield, [] {})(); },  // runs duringYield once
               RecordingSockets(sockets), RecordingTimers(timers)) {
         vars.TargetFolder = dir.Backslashed() + "site\\";
         fs.CreateFolder(vars.TargetFolder);
@@ -174,35 +157,10 @@ protected:
     FakeTimer& out(int n) { return *timers.at(static_cast<std::size_t>(n - 1)); }
     FakeTimer& move() { return *timers.at(kSlotCount); }
 
-    // The wanted file types, as the wizard stores them.
-    void WantTypes(const std::string& lines) {
-        fs.CreateFolder(fs.ProgramFolder());
-        fs.CreateFolder(fs.ProgramFolder() + "\\temp");
-        fs.WriteWhole(fs.ProgramFolder() + "\\temp\\filetypes.txt", lines);
-    }
-    // Contents of every file saved below the target folder.
-    std::vector<std::string> SavedContents() const {
-        std::vector<std::string> found;
-        for (const auto& entry :
-             std::filesystem::recursive_directory_iterator(dir.NativePath("site")))
-            if (entry.is_regular_file()) found.push_back(ReadNativeFile(entry.path().string()));
-        return found;
-    }
     // Starts a crawl of `address` as the start button does.
     void Start(const std::string& address) {
         window.text1 = address;
         engine.ConnectNowNow();
-    }
-    // The request slot n sent, after the scripted connect.
-    std::string RequestOf(int n) {
-        sock(n).Accept();
-        return sock(n).sent.empty() ? std::string() : sock(n).sent.back();
-    }
-    // A finished response with no links, closed by the server with it.
-    void Finish(int n, const std::string& body = "hello") {
-        sock(n).Receive(
-            "HTTP/1.0 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body,
-            true);
     }
 
     TempDir dir;
@@ -213,8 +171,7 @@ protected:
     RecordingShell shell;
     std::vector<FakeSocket*> sockets;
     std::vector<FakeTimer*> timers;  // 24 timeout timers, then tmrMove
-    int yields = 0;
-    std::function<void()> duringYield;
+    std::function<void()> duringYield = [] {};
     CrawlEngine engine;
 };
 

@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <tuple>
+#include <utility>
+
+#include "EngineDoubles.h"
+
+namespace vantorin::testing {
+namespace {
+
+TEST_F(EngineTest, StartCleansTheAddress) {
+    // Typed, Text1, SiteHost.
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"  HTTP://Example.com/a  ", "www.Example.com/a", "Example.com"},
+        {"example.com/www.x", "example.com/www.x", "example.com"},  // "www." anywhere counts
+        {"WWW.Site.org", "WWW.Site.org", "WWW.Site.org"},
+        {"", "www.", ""},
+    };
+    for (const auto& [typed, text1, siteHost] : cases) {
+        engine.StopNOW();
+        Start(typed);
+        EXPECT_EQ(window.text1, text1) << typed;
+        EXPECT_EQ(vars.SiteHost, siteHost) << typed;
+    }
+}
+
+TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
+    engine.ConnectNext("www.a.test/y");  // no crawl running: nothing starts
+    EXPECT_TRUE(sock(1).connects.empty());
+    engine.TotalBytes = engine.FilesDone = 5;
+    Start("www.a.test");  // slot 1 busy with the start page, which skips the queue
+    EXPECT_EQ(engine.TotalBytes + engine.FilesDone, 0);
+    for (const char* item : {"www.a.test/1", "www.a.test/2", "www.a.test/3"})
+        window.list1.AddItem(item);
+    window.txtMax = "2";
+    for (int tick = 0; tick < 2; ++tick) engine.tmrMove_Timer();
+    // Slots 1-2 busy: the queue waits, though slot 3 is closed.
+    EXPECT_EQ(engine.Slot(2).Url, "www.a.test/3");
+    EXPECT_EQ(window.list1.ListCount(), 2);
+    sock(2).Close();  // a socket that closes frees its slot on the next tick
+    engine.tmrMove_Timer();
+    EXPECT_EQ(engine.Slot(2).Url, "www.a.test/2");
+    window.txtMax = "2.5";  // rounded half to even: slot 3 stays above N
+    EXPECT_EQ(engine.FindFreeSlot(), 0);
+}
+
+TEST_F(EngineTest, ShapesAndRefusesRequests) {
+    const std::string tail(1200, 'p');
+    const std::string cutPath = ("/v.1/" + tail).substr(0, 999);  // cut at 999, as designed
+    // Address, request line ("" if never sent).
+    const std::pair<std::string, std::string> cases[] = {
+        {"www.e.com/about", "GET /about/ HTTP/1.0"},
+        {"www.e.com/v1.0/docs", "GET /v1.0/docs HTTP/1.0"},
+        {"www.e.com/pics/cat.jpeg", "GET /pics/cat.jpg HTTP/1.0"},
+        {"www.e.com\\x\\y.htm", "GET /x/y.htm HTTP/1.0"},
+        {"www.e.com//a", "GET /a/ HTTP/1.0"},
+        {"www.e.com:8080/x.htm", "GET /x.htm HTTP/1.0"},
+        {"www.e.com/v.1/" + tail, "GET " + cutPath + " HTTP/1.0"},
+        {"www.e.com/b/../x.htm", "GET /b/../x.htm HTTP/1.0"},
+        {"www.e.com/../x.htm", ""},
+        {"www.e.com/\\../x.htm", ""},
+        {"www.e.com/..x.htm", ""},
+    };
+    Start("www.e.com");
+    for (const auto& [address, firstLine] : cases) {
+        SCOPED_TRACE(address.substr(0, 40));
+        sock(1).Close();
+        sock(1).sent.clear();
+        engine.ConnectNext(address);
+        sock(1).Accept();
+        const std::string host = address.substr(0, address.find_first_of("/\\"));
+        EXPECT_EQ(sock(1).connects.back(), std::make_pair(host, 80));  // a port stays in the host
+        const std::string sent = sock(1).sent.empty() ? "" : sock(1).sent.back();
+        EXPECT_EQ(sent.substr(0, sent.find("\r\n")), firstLine);
+        // A refused job is closed at once and ends through its timeout.
+        EXPECT_EQ(engine.Slot(1).Response == "CANCEL", firstLine.empty());
+        EXPECT_TRUE(out(1).enabled);
+    }
+}
+
+TEST_F(EngineTest, TypedConnectionsCountRefusedFrom24UpWithNoLowerBound) {
+    for (const auto& [typed, refused] : {std::pair{"23", false}, std::pair{"-3", false},
+                                         std::pair{"24", true}, std::pair{"abc", true}}) {
+        window.txtMax = typed;
+        engine.txtMax_Change();
+        EXPECT_EQ(window.txtMax, refused ? "4" : typed) << typed;
+    }
+    EXPECT_EQ(dialogs.asked.size(), 2u);
+}
+
+TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
+    // Chunk, the value read (starting from 55).
+    const std::pair<const char*, int> cases[] = {
+        {"Content-Length: 12345678901\r\n", 0},  // window ends before the CR LF
+        {"Content-Length: 9999999999\r\n", 55},  // too big for 32 bits: kept
+        {"Content-Length:2048\r\n", 48},         // the 16th character is skipped
+        {"Content-Length: 12.5\r\n", 12},        // rounded half to even
+        {"content-length: 2048\r\n", 55},        // exact case only
+        {"HTTP/1.0 200 OK\r\nContent-Len", 55},  // split header is missed
+    };
+    Start("www.a.test");
+    sock(1).Accept();
+    for (const auto& [chunk, expected] : cases) {
+        engine.Slot(1).ContentLength = 55;
+        sock(1).Receive(chunk);
+        EXPECT_EQ(engine.Slot(1).ContentLength, expected) << chunk;
+    }
+}
+
+TEST_F(EngineTest, JobAboveTheConnectionsCountStillEnds) {
+    Start("www.a.test/p.htm");
+    sock(1).Accept();
+    window.txtMax = "0";  // its row is reset on every chunk
+    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\npage");
+    EXPECT_EQ(window.status[1] + window.received[1], "Not Connected.-");
+    sock(1).Receive("", true);
+    EXPECT_EQ(engine.FilesDone, 1);
+}
+
+TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
+    Start("www.a.test/x.htm");
+    sock(1).Accept();
+    duringYield = [this] {
+        engine.StopNOW();
+        Start("www.b.test/y.htm");  // the same slot is reused at once
+    };
+    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
+    EXPECT_EQ(engine.FilesDone, 0);
+    EXPECT_EQ(engine.Slot(1).Response, "");
+    EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
+}
+
+TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
+    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+    // TotalBytes and BytesReceived before a 4-byte chunk, then after it.
+    const std::int32_t cases[][4] = {
+        {kMax - 2, 10, kMax - 2, 14},
+        {10, kMax - 2, 14, kMax - 2},
+        {kMax - 4, kMax - 4, kMax, kMax},
+        {kMax, kMax, kMax, kMax},
+    };
+    for (const auto& [total, received, totalAfter, receivedAfter] : cases) {
+        Start("www.a.test/x.htm");
+        sock(1).Accept();
+        engine.TotalBytes = total;
+        engine.Slot(1).BytesReceived = received;
+        sock(1).Receive("abcd");
+        EXPECT_EQ(engine.TotalBytes, totalAfter) << total;
+        EXPECT_EQ(engine.Slot(1).BytesReceived, receivedAfter) << received;
+        EXPECT_EQ(engine.Slot(1).Response, "abcd");  // only the counters stop
+        engine.StopNOW();
+    }
+}
+
+TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
+    dialogs.answers = {kAnswerYes};
+    Start("www.a.test/slow.htm");
+    window.list1.AddItem("www.a.test/next.htm");
+    for (int i = 0; i < 3; ++i) out(1).Fire();  // two more attempts, then given up
+    EXPECT_EQ(sock(1).connects.size(), 3u);
+    EXPECT_FALSE(window.command1);
+    window.list1.Clear();
+    out(1).Fire();
+    EXPECT_EQ(window.label6, "Website Downloaded!");
+    EXPECT_EQ(shell.folders, std::vector<std::string>{vars.TargetFolder});
+}
+
+TEST_F(EngineTest, StopTearsEveryJobDown) {
+    Start("www.a.test/x.htm");
+    window.list1.AddItem("www.a.test/q.htm");
+    dialogs.answers = {kAnswerYes};
+    engine.AskStop();
+    EXPECT_FALSE(move().enabled);
+    EXPECT_EQ(window.list1.ListCount(), 0);
+    for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
+    EXPECT_EQ(engine.Slot(1).Url, "");
+}
+
+}  // namespace
+}  // namespace vantorin::testing

@@ -2,123 +2,50 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace vantorin {
 namespace {
 
-struct Row {
-    const char* in;
-    const char* out;
-};
+TEST(AddressRules, EachRuleOnItsBoundaries) {
+    using Rule = std::string (*)(std::string_view);
+    const Rule strip = StripHttp, path = UrlToPathPart, collapse = CollapseSlashes,
+               cutLink = CutLinkAtDelimiter, cutHost = CutHostAtDelimiter, resolve = ResolveDotDot,
+               thousands = FormatThousands, ext = GetExtension;
+    const std::tuple<Rule, const char*, const char*> rows[] = {
+        {strip, " HTTP://Site.com\\a\\b.html", "Site.com/a/b.html"},
+        {strip, "http://http://site.com/b.html", "http://site.com/b.html"},
+        {strip, "site.com/http:\\\\x", "site.com/x"},
+        {strip, "http:/", "http:/"},
+        {path, "http://www.site.com/dir/www.x.html", "site.com\\dir\\x.html"},
+        {path, "HTTP://site.com/ b /", "site.com\\ b \\"},
+        {collapse, "http://site.com//a///b", "http://site.com/a//b"},
+        {collapse, "a//b//c//d", "a//b//c/d"},  // a doubled slash inside the first 7 survives
+        {collapse, "http:// x//y ", "http://x/y"},
+        {cutLink, "page.html'>Home", "page.html"},
+        {cutLink, "a.html;jsessionid=1", "a.html"},
+        {cutLink, "a b#c}d", "a"},
+        {cutLink, "a?b/c\\d", "a?b/c\\d"},
+        {cutHost, "site.com?x", "site.com"},
+        {cutHost, "site.com\\a/b", "site.com"},
+        {resolve, "site.com/a/b/../../c.html", "site.com/c.html"},
+        {resolve, "site.com/b/x/b/../y", "site.com/x/y"},  // every "/b" goes
+        {resolve, "site.com/bar/b/../y", "site.comar/y"},  // also from inside "/bar"
+        {resolve, "site.com\\..\\x.html", "site.com/x.html"},
+        {resolve, "/../../../", "/"},
+        {resolve, "a/./../b", "a./b"},
+        {thousands, "1234567890", "1,234,567,890"},
+        {thousands, " ABCD ", "a,bcd"},
+        {ext, "a.php?x=1", ".php?x=1"},
+        {ext, "site.com/dir/file", ".com/dir/file"},
+        {ext, "noext", "noext"},
+    };
+    for (auto [rule, in, out] : rows) EXPECT_EQ(rule(in), out) << in;
 
-TEST(AddressRules, StripHttpDropsOneSchemeAndTurnsBackslashes) {
-    const Row rows[] = {
-        {" HTTP://Site.com\\a\\b.html", "Site.com/a/b.html"},
-        {"www.site.com/x", "www.site.com/x"},
-        {"http://http://site.com/b.html", "http://site.com/b.html"},
-        {"site.com/http:\\\\x", "site.com/x"},
-        {"http:/", "http:/"},
-        {"", ""},
-        {"   ", ""},
-    };
-    for (const auto& r : rows) EXPECT_EQ(StripHttp(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, UrlToPathPartRemovesEveryWww) {
-    const Row rows[] = {
-        {"http://www.site.com/dir/www.x.html", "site.com\\dir\\x.html"},
-        {"HTTP://site.com/a", "site.com\\a"},
-        {"site.com/ b /", "site.com\\ b \\"},
-        {"  www. /x", "\\x"},
-        {"", ""},
-    };
-    for (const auto& r : rows) EXPECT_EQ(UrlToPathPart(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, CollapseSlashesKeepsTheSchemeRoom) {
-    const Row rows[] = {
-        {"http://site.com//a///b", "http://site.com/a//b"},
-        {"a//b//c//d", "a//b//c/d"},  // a doubled slash inside the first 7 survives
-        {"http://", "http://"},
-        {"http:// x//y ", "http://x/y"},
-        {"", ""},
-    };
-    for (const auto& r : rows) EXPECT_EQ(CollapseSlashes(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, CutAtDelimiters) {
-    const Row links[] = {
-        {"page.html'>Home", "page.html"},
-        {"a.html;jsessionid=1", "a.html"},
-        {"a.html#top", "a.html"},
-        {"a b", "a"},
-        {"x}y", "x"},
-        {"a?b/c\\d", "a?b/c\\d"},
-        {"", ""},
-        {"'", ""},
-    };
-    for (const auto& r : links) EXPECT_EQ(CutLinkAtDelimiter(r.in), r.out) << r.in;
-    const Row hosts[] = {
-        {"site.com/dir/", "site.com"},
-        {"site.com?x", "site.com"},
-        {"site.com\\a", "site.com"},
-        {"site.com", "site.com"},
-        {"a b", "a"},
-        {"/x", ""},
-    };
-    for (const auto& r : hosts) EXPECT_EQ(CutHostAtDelimiter(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, DotDotResolutionIsAPlainReplace) {
-    const Row once[] = {
-        {"a/../b", "a/b"},
-        {"a\\..\\b", "a/b"},
-        {"a/b", "a/b"},
-        {"/../", "/"},
-    };
-    for (const auto& r : once) EXPECT_EQ(CutDotDotOnce(r.in), r.out) << r.in;
-    const Row resolved[] = {
-        {"site.com/a/b/../c.html", "site.com/a/c.html"},
-        {"site.com/a/b/../../c.html", "site.com/c.html"},
-        {"site.com/b/x/b/../y", "site.com/x/y"},  // every "/b" goes
-        {"site.com/bar/b/../y", "site.comar/y"},  // also from inside "/bar"
-        {"site.com\\a\\b\\..\\c", "site.com/a/c"},
-        {"site.com/../x.html", "site.com/x.html"},
-        {"/../../../", "/"},
-        {"a/./../b", "a./b"},
-        {"no dots", "no dots"},
-    };
-    for (const auto& r : resolved) EXPECT_EQ(ResolveDotDot(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, ResolveDotDotEndsOnLongHostileInput) {
-    std::string s = "site.com";
-    for (int i = 0; i < 2000; ++i) s += "/..";
-    s += "/x";
-    std::string out = ResolveDotDot(s);
-    EXPECT_EQ(out.find("/../"), std::string::npos);
-}
-
-TEST(AddressRules, FormatThousandsGroupsFromTheRight) {
-    const Row rows[] = {
-        {"123", "123"}, {"1234", "1,234"}, {"123456", "123,456"}, {"1234567", "1,234,567"},
-        {" 12 ", "12"}, {"", ""},          {"ABCD", "a,bcd"},     {"1234567890", "1,234,567,890"},
-    };
-    for (const auto& r : rows) EXPECT_EQ(FormatThousands(r.in), r.out) << r.in;
-}
-
-TEST(AddressRules, ExtensionAndTrailingSlash) {
-    const Row ext[] = {
-        {"a/b.html", ".html"},
-        {"a.php?x=1", ".php?x=1"},
-        {"site.com/dir/file", ".com/dir/file"},
-        {"noext", "noext"},
-        {"", ""},
-    };
-    for (const auto& r : ext) EXPECT_EQ(GetExtension(r.in), r.out) << r.in;
-    EXPECT_TRUE(EndsWithSlash("a\\"));
-    EXPECT_TRUE(EndsWithSlash("a/"));
-    EXPECT_FALSE(EndsWithSlash("a/ "));
-    EXPECT_FALSE(EndsWithSlash("   "));
+    std::string deep = "site.com";
+    for (int i = 0; i < 2000; ++i) deep += "/..";
+    EXPECT_EQ(ResolveDotDot(deep + "/x").find("/../"), std::string::npos);
+    EXPECT_TRUE(EndsWithSlash("a\\") && !EndsWithSlash("a/ ") && !EndsWithSlash("   "));
 }
 
 }  // namespace

@@ -33,21 +33,20 @@ public:
     int MsgBox(const std::string& text, const std::string& title, int style) override {
         asked.push_back({text, title, style});
         if (answers.empty()) return kAnswerOk;
-        int answer = answers.front();
+        const int answer = answers.front();
         answers.pop_front();
         return answer;
     }
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
-                                        const std::string& defaultText) override {
-        prompts.push_back({prompt, title, 0});
-        EXPECT_EQ(defaultText, "");
+                                        const std::string&) override {
+        prompts.push_back(title + ":" + prompt);
         if (inputs.empty()) return std::nullopt;
         auto input = inputs.front();
         inputs.pop_front();
         return input;
     }
     std::vector<AskedBox> asked;
-    std::vector<AskedBox> prompts;
+    std::vector<std::string> prompts;
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
 };
@@ -58,21 +57,14 @@ public:
         auto it = values.find(key);
         return it == values.end() ? defaultValue : it->second;
     }
-    void Put(const std::string& key, const std::string& value) override {
-        values[key] = value;
-        ++writes[key];
-    }
+    void Put(const std::string& key, const std::string& value) override { values[key] = value; }
     std::map<std::string, std::string> values;
-    std::map<std::string, int> writes;
 };
 
 class FakeWizardHost : public WizardHost {
 public:
     FakeWizardHost() { intervals.fill(777); }
-    void SetText1(const std::string& text) override {
-        text1 = text;
-        calls.push_back("SetText1");
-    }
+    void SetText1(const std::string& text) override { calls.push_back("SetText1 " + text); }
     void ConnectNowNow() override { calls.push_back("ConnectNowNow"); }
     bool SetTmrOutInterval(int slot, long long ms) override {
         if (slot >= refuseFrom) return false;
@@ -84,7 +76,6 @@ public:
     }
     void ShowKeywordFilterDialog() override { calls.push_back("ShowKeywordFilterDialog"); }
 
-    std::string text1;
     std::vector<std::string> calls;
     std::array<long long, 25> intervals{};
     int refuseFrom = 25;

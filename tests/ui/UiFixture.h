@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <vector>
 
 #include "engine/CrawlEngine.h"
@@ -17,8 +16,7 @@ namespace vantorin::testing {
 class UiTest : public ::testing::Test {
 protected:
     UiTest()
-        : programFolder(MakeProgramFolder(dir)),
-          fs(vars.TargetFolder, programFolder),
+        : fs(vars.TargetFolder, dir.Backslashed()),
           window(vars, fs, dialogs, shell),
           engine(window, dialogs, shell, vars, fs, PageTextReader(), Yield(),
                  RecordingSockets(sockets), RecordingTimers(timers)) {
@@ -28,23 +26,14 @@ protected:
         window.OnEndProgram = [this] { ++ends; };
     }
 
-    static std::string MakeProgramFolder(const TempDir& d) {
-        WriteNativeFile(d.NativePath("prog/filters.txt"), "ads\r\n\r\n  track \r\n");
-        return d.Backslashed() + "prog";
-    }
-
-    FakeSocket& sock(int n) { return *sockets.at(static_cast<std::size_t>(n - 1)); }
-    FakeTimer& move() { return *timers.at(kSlotCount); }
-
     TempDir dir;
     CrawlVariables vars;
-    std::string programFolder;
     FileSystem fs;
     ScriptedDialogs dialogs;
     RecordingShell shell;
     frmMain window;
     std::vector<FakeSocket*> sockets;
-    std::vector<FakeTimer*> timers;
+    std::vector<FakeTimer*> timers;  // 24 timeout timers, then tmrMove
     CrawlEngine engine;
     int wizards = 0, filterDialogs = 0, ends = 0;
 };

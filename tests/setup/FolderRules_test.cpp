@@ -6,16 +6,16 @@ namespace vantorin {
 namespace {
 
 TEST(FolderRules, NormalisesTheTypedFolder) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"D:/sites/abc", "D:\\sites\\abc\\"},
-        {"a&b?c", "a_b_c\\"},
-        {"x**y", "xy\\"},
-        {"", "\\"},
-        {"C:\\\\", "C:\\\\"},  // the chooser's root keeps its double backslash
-        {"a{b}|c<d>e!", "abc_d_e_\\"},
-        {"a????????b", "a_b\\"},
-        {"a?????????b", "a__b\\"},  // three "__" passes leave nine down to two
-    };
+    // The chooser's root keeps its double backslash; three "__" passes leave
+    // nine "?" down to two.
+    const std::pair<const char*, const char*> cases[] = {{"D:/sites/abc", "D:\\sites\\abc\\"},
+                                                         {"a&b?c", "a_b_c\\"},
+                                                         {"x**y", "xy\\"},
+                                                         {"", "\\"},
+                                                         {"C:\\\\", "C:\\\\"},
+                                                         {"a{b}|c<d>e!", "abc_d_e_\\"},
+                                                         {"a????????b", "a_b\\"},
+                                                         {"a?????????b", "a__b\\"}};
     for (const auto& [typed, folder] : cases)
         EXPECT_EQ(NormaliseFolderText(typed), folder) << typed;
 }

@@ -22,7 +22,6 @@ TEST(SettingsPersistence, ASecondWizardShowsWhatTheFirstStored) {
         QtSettingsStore store;
         SetupServices services{w.vars, w.fs, store, w.dialogs};
         frmNew first(services, w.host);
-        first.show();
         first.txtURL->setText(QString::fromLatin1(url.data(), static_cast<qsizetype>(url.size())));
         first.txtDir->setText((w.dir.Backslashed() + "site").c_str());
         first.List2->setEditText(" 20 ");

@@ -22,31 +22,23 @@
 
 namespace vantorin::testing {
 
-struct AskedBox {
-    std::string text, title;
-    int style;
-    bool operator==(const AskedBox&) const = default;
-};
-
 class ScriptedDialogs : public Dialogs {
 public:
     int MsgBox(const std::string& text, const std::string& title, int style) override {
-        asked.push_back({text, title, style});
+        asked.push_back(title + " " + std::to_string(style) + ": " + text);
         if (answers.empty()) return kAnswerOk;
         const int answer = answers.front();
         answers.pop_front();
         return answer;
     }
-    std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+    std::optional<std::string> InputBox(const std::string&, const std::string&,
                                         const std::string&) override {
-        prompts.push_back(title + ":" + prompt);
         if (inputs.empty()) return std::nullopt;
         auto input = inputs.front();
         inputs.pop_front();
         return input;
     }
-    std::vector<AskedBox> asked;
-    std::vector<std::string> prompts;
+    std::vector<std::string> asked;  // "title style: text"
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
 };
@@ -83,9 +75,6 @@ public:
 
 struct SetupWorld {
     SetupWorld() { std::filesystem::create_directories(dir.NativePath("prog")); }
-    std::string ProgramFile(const std::string& name) const {
-        return dir.NativePath("prog/" + name);
-    }
 
     TempDir dir;
     CrawlVariables vars;

@@ -14,11 +14,8 @@ TEST(DirectoryChooser, OpensTheStoredFolderOrTheRootOfAMissingOne) {
     testing::TempDir dir;
     std::filesystem::create_directories(dir.NativePath("sites"));
     const std::string sites = dir.Backslashed() + "sites";
-    const std::pair<std::string, std::string> cases[] = {{sites + "\\", sites},
-                                                         {sites, sites},
-                                                         {sites + "\\never\\made\\", "\\"},
-                                                         {"", "\\"},
-                                                         {"C:\\Websites\\", "\\"}};
+    const std::pair<std::string, std::string> cases[] = {
+        {sites + "\\", sites}, {sites + "\\never\\made\\", "\\"}, {"", "\\"}};
     for (const auto& [stored, opens] : cases) {
         testing::MemorySettings settings;
         settings.values["InDir"] = stored;

@@ -42,7 +42,9 @@ demo: build
 bench: deps
 	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVANTORIN_BENCH=ON -DBUILD_TESTING=OFF >/dev/null
 	@cmake --build $(BUILD)-bench -j$(JOBS)
-	@for b in $(BUILD)-bench/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
+	@for b in $(BUILD)-bench/bench/bench_*; do \
+		if [ -f "$$b" ] && [ -x "$$b" ]; then "$$b" || exit 1; fi; \
+	done
 	@sh bench/crawl/run.sh $(BUILD)-bench/app/vantorin
 
 # Each fuzz target for FUZZ_SECONDS, its corpus grown in $(BUILD)-fuzz/corpus/<name>.

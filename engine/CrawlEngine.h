@@ -73,6 +73,8 @@ public:
     // --- HTTP exchange (socket events of slot i, 1..24) ---
     void Sock_Connect(int i);
     void Sock_DataArrival(int i);
+    // Called after every chunk; empty, and kept so as a no-op.
+    void ShowMatrixSizes() {}
     void ProcessResponse(const std::string& data, int i);
 
     // --- timeouts, rows, stop, pause, completion, exit, counters ---

@@ -76,6 +76,7 @@ void CrawlEngine::Sock_DataArrival(int i) {
     const std::string data = Sock(i).ReadAll();
     AddSkippingOverflow(TotalBytes, data.size());
     AddSkippingOverflow(Slot(i).BytesReceived, data.size());
+    ShowMatrixSizes();
     ProcessResponse(data, i);
 
     const ConnectionSlot& s = Slot(i);
@@ -121,11 +122,11 @@ void CrawlEngine::ProcessResponse(const std::string& data, int i) {
     if (Sock(i).State() != kSockClosing) return;
 
     {
+        // SaveFile reads the response before it first yields, so no copy is needed.
         const ConnectionSlot& s = Slot(i);
-        const std::string content = s.Response;
         std::string name = "\\" + s.Host + s.Path;
         const std::string host = s.Host;
-        SaveFile(content, name, host, mirror_, FilesDone);
+        SaveFile(s.Response, name, host, mirror_, FilesDone);
     }
     LetPendingEventsRun();
     if (!stillOurs()) return;

@@ -16,6 +16,7 @@
 
 #include "engine/CrawlEngine.h"
 #include "platform/Text.h"
+#include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
@@ -108,29 +109,6 @@ public:
     std::string text1, txtMax = "4", label6;
     bool command1 = true;
     std::map<int, std::string> status, received;
-};
-
-struct AskedBox {
-    std::string text, title;
-    int style;
-};
-
-class ScriptedDialogs : public Dialogs {
-public:
-    int MsgBox(const std::string& text, const std::string& title, int style) override {
-        asked.push_back({text, title, style});
-        if (answers.empty()) return kAnswerOk;
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-
-    std::deque<int> answers;
-    std::vector<AskedBox> asked;
 };
 
 class RecordingShell : public ShellOpen {

@@ -18,30 +18,10 @@
 #include "platform/SettingsStore.h"
 #include "setup/SetupServices.h"
 #include "setup/WizardHost.h"
+#include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
-
-class ScriptedDialogs : public Dialogs {
-public:
-    int MsgBox(const std::string& text, const std::string& title, int style) override {
-        asked.push_back(title + " " + std::to_string(style) + ": " + text);
-        if (answers.empty()) return kAnswerOk;
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        if (inputs.empty()) return std::nullopt;
-        auto input = inputs.front();
-        inputs.pop_front();
-        return input;
-    }
-    std::vector<std::string> asked;  // "title style: text"
-    std::deque<int> answers;
-    std::deque<std::optional<std::string>> inputs;
-};
 
 class MemorySettings : public SettingsStore {
 public:

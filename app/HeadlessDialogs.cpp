@@ -15,7 +15,6 @@ int HeadlessDialogs::MsgBox(const std::string& text, const std::string& title, i
     const std::string line = MessageLine(text, title) + "\n";
     std::fputs(line.c_str(), stderr);
     std::fflush(stderr);
-    if (onMessage) onMessage(text, title);
     return (style & kYesNo) == kYesNo ? kAnswerNo : kAnswerOk;
 }
 

@@ -1,6 +1,6 @@
 // The message and input boxes of the headless run: every message is printed
 // to stderr, every Yes/No question is answered No, OK boxes OK, input boxes
-// cancelled. The run watches what is asked through onMessage.
+// cancelled.
 #pragma once
 
 #include <functional>
@@ -16,8 +16,6 @@ public:
     std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                         const std::string& defaultText) override;
 
-    // Called after the message is printed, before the answer is returned.
-    std::function<void(const std::string& text, const std::string& title)> onMessage;
     // Called before anything is printed (to end a redrawn progress line).
     std::function<void()> beforePrint;
 };

@@ -2,12 +2,9 @@
 
 #include <unistd.h>
 
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
+#include <QCoreApplication>
 #include <QTimer>
 #include <cstdio>
-#include <cstdlib>
 
 #include "app/CommandLine.h"
 #include "app/HeadlessDialogs.h"
@@ -15,14 +12,11 @@
 #include "app/ProgressLine.h"
 #include "app/StopSignals.h"
 #include "output/Records.h"
-#include "platform/gui/Latin1.h"
-#include "setup/frmNew.h"
+#include "setup/WizardSteps.h"
 
 namespace vantorin {
 
 namespace {
-
-constexpr const char* kDownloaded = "The website has been downloaded.";
 
 // Nothing is opened: the completion question is answered No.
 class NoShell : public ShellOpen {
@@ -31,11 +25,12 @@ public:
     void OpenAddress(const std::string&) override {}
 };
 
-ProgressFigures Figures(CrawlEngine& engine, frmMain& window) {
+ProgressFigures Figures(CrawlEngine& engine) {
+    const CrawlState& state = engine.State();
     ProgressFigures f;
-    f.filesDone = engine.FilesDone;
-    f.queued = window.List1().ListCount();
-    f.bytes = engine.TotalBytes;
+    f.filesDone = state.FilesDone;
+    f.queued = state.List1.ListCount();
+    f.bytes = state.TotalBytes;
     for (int i = 1; i <= kSlotCount; ++i) {
         if (engine.Sock(i).State() != kSockClosed) ++f.busyConnections;
     }
@@ -43,25 +38,19 @@ ProgressFigures Figures(CrawlEngine& engine, frmMain& window) {
 }
 
 int Crawl(const CommandLine& line, int argc, char** argv) {
-    // No window is ever shown; the offscreen platform needs no display.
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QApplication app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication app(argc, argv);
 
     ProgressLine progress(isatty(STDERR_FILENO) == 1);
     HeadlessDialogs dialogs;
     NoShell shell;
     ProgramParts parts(dialogs, shell);
     CrawlEngine& engine = parts.engine;
-    frmMain& window = parts.window;
+    // What the hidden main window's load would do.
+    engine.ResetForReload();
 
-    bool completed = false;
     dialogs.beforePrint = [&] { progress.Break(); };
-    dialogs.onMessage = [&](const std::string& text, const std::string& title) {
-        if (title == "Done." && text.rfind(kDownloaded, 0) == 0) {
-            completed = true;
-            QCoreApplication::exit(kExitDone);
-        }
+    engine.onOutcome = [](CrawlOutcome outcome) {
+        if (outcome == CrawlOutcome::SiteComplete) QCoreApplication::exit(kExitDone);
     };
     StopSignals stopSignals([&] {
         progress.Break();
@@ -71,26 +60,24 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     });
 
     // The connections count as if typed into txtMax, with its validation.
-    window.SetTxtMax(line.connections);
+    engine.State().SetTxtMax(line.connections);
     engine.txtMax_Change();
 
     // The New Site Wizard, filled in and "Download Website Now!" pressed.
-    {
-        frmNew wizard(parts.services, window);
-        wizard.txtURL->setText(ToQt(line.url));
-        wizard.txtDir->setText(ToQt(line.dir));
-        if (!line.timeout.empty()) wizard.List2->setEditText(ToQt(line.timeout));
-        wizard.Command1_Click();
-    }
-    if (!engine.Running()) return kExitFolderError;  // the wizard showed "Eror"
+    WizardFields fields = LoadWizard(parts.services);
+    TypeAddress(fields, parts.services, line.url);
+    TypeFolder(fields, parts.services, line.dir);
+    if (!line.timeout.empty()) fields.timeout = line.timeout;
+    if (DownloadWebsiteNow(fields, parts.services, engine) == DownloadStart::FolderRefused)
+        return kExitFolderError;
 
     QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(Figures(engine, window)); });
+    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(Figures(engine)); });
     ticker.start(progress.IntervalMs());
-    const int status = QApplication::exec();
+    const int status = QCoreApplication::exec();
     ticker.stop();
 
-    progress.Show(Figures(engine, window));
+    progress.Show(Figures(engine));
     progress.Break();
     if (status == kExitInterrupted) {
         // A scan that was running when the stop came may have queued more
@@ -98,7 +85,7 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
         RemoveTempFiles(engine.MirrorState());
         return kExitInterrupted;
     }
-    if (completed) std::printf("%s\n", kDownloaded);
+    std::printf("%s\n", kSiteDownloadedText);
     return status;
 }
 

@@ -18,6 +18,10 @@ CrawlVariables StartingVariables() {
     return vars;
 }
 
+std::string NativePageText(const std::string& path) {
+    return VisiblePageText(FileSystem::ToNative(path).string());
+}
+
 }  // namespace
 
 std::string ProgramFolder() {
@@ -29,14 +33,8 @@ ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell)
     : vars(StartingVariables()),
       fs(vars.TargetFolder, ProgramFolder()),
       services{vars, fs, settings, dialogs},
-      window(vars, fs, dialogs, shell),
-      engine(
-          window, dialogs, shell, vars, fs,
-          [](const std::string& path) {
-              return VisiblePageText(FileSystem::ToNative(path).string());
-          },
-          [] { QCoreApplication::processEvents(); }, QtSocketFactory(), QtTimerFactory()) {
-    window.AttachEngine(engine);
-}
+      engine(vars, fs,
+             {dialogs, shell, NativePageText, [] { QCoreApplication::processEvents(); },
+              QtSocketFactory(), QtTimerFactory()}) {}
 
 }  // namespace vantorin

@@ -1,6 +1,6 @@
-// The program's parts, wired the same way for the window and the headless
-// run: the crawl variables, the guarded file system, the settings, the main
-// window and the engine behind it. Only the dialogs and the shell differ.
+// The program's parts, wired the same way for the window and the command
+// line: the crawl variables, the guarded file system, the settings and the
+// engine. Only the dialogs and the shell differ; no widget is made here.
 #pragma once
 
 #include <string>
@@ -12,14 +12,13 @@
 #include "platform/QtSettingsStore.h"
 #include "platform/ShellOpen.h"
 #include "setup/SetupServices.h"
-#include "ui/frmMain.h"
 
 namespace vantorin {
 
 // The executable's folder in the program's backslash form, without a trailing "\".
 std::string ProgramFolder();
 
-// Needs the application object to exist first.
+// Needs the application object to exist first (sockets and timers are Qt's).
 struct ProgramParts {
     ProgramParts(Dialogs& dialogs, ShellOpen& shell);
 
@@ -27,7 +26,6 @@ struct ProgramParts {
     FileSystem fs;
     QtSettingsStore settings;
     SetupServices services;
-    frmMain window;
     CrawlEngine engine;
 };
 

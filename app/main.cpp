@@ -1,31 +1,18 @@
-// The program: with no arguments the window; with arguments the headless
-// command line (see app/CommandLine.h).
-#include <QApplication>
-#include <QCoreApplication>
+// The program: with no arguments the window; with arguments the command line
+// (see app/CommandLine.h). The choice is made before any application object
+// exists, so the command line never loads a widget or a GUI platform.
+#include <cstdio>
+#include <string>
 
 #include "app/HeadlessRun.h"
-#include "app/ProgramParts.h"
-#include "platform/gui/QtDialogs.h"
-#include "platform/gui/QtShellOpen.h"
-#include "setup/frmNew.h"
-#include "setup/zFilter.h"
+#include "platform/WindowModule.h"
 
 int main(int argc, char** argv) {
     using namespace vantorin;
     if (argc > 1) return RunCommandLine(argc, argv);
-
-    QApplication app(argc, argv);
-    // The program ends when the window's unload says so, not when it hides to reload.
-    QApplication::setQuitOnLastWindowClosed(false);
-
-    QtDialogs dialogs;
-    QtShellOpen shell;
-    ProgramParts parts(dialogs, shell);
-    frmMain& window = parts.window;
-    window.ShowNewSiteWizard = [&] { frmNew::ShowModal(parts.services, window, &window); };
-    window.ShowFilterDialog = [&] { zFilter::ShowModeless(parts.services, &window); };
-    window.OnEndProgram = [] { QCoreApplication::quit(); };
-
-    window.show();
-    return app.exec();
+    std::string error;
+    const int status = RunWindowModule(argc, argv, error);
+    if (status != -1) return status;
+    std::fprintf(stderr, "vantorin: the window module cannot be loaded (%s)\n", error.c_str());
+    return 1;
 }

@@ -96,7 +96,7 @@ void BM_ExtractLinksIntoFreshMirror(benchmark::State& state) {
         vars.FileTypeSet = ":.html::.htm::.gif::.jpg:";
         FileSystem fs(vars.TargetFolder, Replace(shm.Native(), "/", "\\") + "\\program");
         Mirror m{vars, fs, {}, {}};
-        VectorList queue, notTaken;
+        StringList queue, notTaken;
         std::string text = page;
         std::string base = "http://site.com/";
         state.ResumeTiming();
@@ -130,7 +130,7 @@ void BM_ExtractLinksWithoutLinks(benchmark::State& state) {
     vars.SiteHost = "site.com";
     FileSystem fs(vars.TargetFolder, vars.TargetFolder + "program");
     Mirror m{vars, fs, {}, {}};
-    VectorList queue, notTaken;
+    StringList queue, notTaken;
     for (auto _ : state) {
         state.PauseTiming();
         std::string text = page;

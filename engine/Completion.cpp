@@ -17,7 +17,7 @@ void CrawlEngine::tmrOut_Timer(int i) {
         // on purpose; the save step treats it as the timeout's own name.
         std::string name = " \\ " + s.Host + s.Path;
         const std::string host = s.Host;
-        SaveFile("Unable to download this file. (Timeout)", name, host, mirror_, FilesDone);
+        SaveFile("Unable to download this file. (Timeout)", name, host, mirror_, state_.FilesDone);
     }
     LetPendingEventsRun();
     // A stop or a new job on this slot while events ran leaves nothing to retry.
@@ -33,7 +33,7 @@ void CrawlEngine::tmrOut_Timer(int i) {
         ++AttemptId(i);
         SetSlotStatus(i, "Connecting to " + s.Host);
         Sock(i).Connect(s.Host, 80);
-    } else if (window_.List1().ListCount() == 0 && AllSocketsClosed()) {
+    } else if (state_.List1.ListCount() == 0 && AllSocketsClosed()) {
         SiteComplete();
     }
 }
@@ -48,20 +48,22 @@ bool CrawlEngine::AllSocketsClosed() const {
 void CrawlEngine::SiteComplete() {
     if (!Running()) return;
     StopNOW();
-    window_.SetLabel6("Website Downloaded!");
+    state_.SetLabel6("Website Downloaded!");
     RemoveTempFiles(mirror_);
     LetPendingEventsRun();
-    const int answer = dialogs_.MsgBox(
-        "The website has been downloaded.\r\n\r\nWould you like to browse the download directory?",
-        "Done.", kYesNo + kInformation);
+    const int answer =
+        dialogs_.MsgBox(std::string(kSiteDownloadedText) +
+                            "\r\n\r\nWould you like to browse the download directory?",
+                        "Done.", kYesNo + kInformation);
     if (answer == kAnswerYes) shell_.OpenFolder(vars_.TargetFolder);
+    Report(CrawlOutcome::SiteComplete);
 }
 
 void CrawlEngine::StopNOW() {
     // The tick goes first so that no connection starts while the slots are torn down.
     tmrMove_->SetEnabled(false);
     RemoveTempFiles(mirror_);
-    window_.List1().Clear();
+    state_.List1.Clear();
     CloseAllSockets();
     for (int i = 1; i <= kSlotCount; ++i) {
         SetSlotStatus(i, "Not Connected.");
@@ -74,10 +76,10 @@ void CrawlEngine::StopNOW() {
         Sock(i).Close();
         tmrOut(i).SetEnabled(false);
     }
-    window_.SetCommand2Enabled(false);
-    window_.SetCommand1Enabled(true);
-    window_.SetText1Enabled(true);
-    window_.FocusText1();
+    state_.SetCommand2Enabled(false);
+    state_.SetCommand1Enabled(true);
+    state_.SetText1Enabled(true);
+    state_.FocusText1();
 }
 
 void CrawlEngine::AskStop() {
@@ -87,11 +89,11 @@ void CrawlEngine::AskStop() {
     if (answer != kAnswerYes) return;
     StopNOW();
     // The reloaded window's unload must not ask the exit question.
-    Stopping = true;
-    window_.ReloadWindow();
+    state_.Stopping = true;
+    Report(CrawlOutcome::Stopped);
     LetPendingEventsRun();
-    window_.SetLabel6("Operation Cancelled.");
-    window_.SetPauseEnabled(false);
+    state_.SetLabel6("Operation Cancelled.");
+    state_.SetPauseEnabled(false);
 }
 
 void CrawlEngine::PauseBegin() {
@@ -103,7 +105,7 @@ void CrawlEngine::PauseEnd() {
 }
 
 bool CrawlEngine::ExitRequested() {
-    if (Stopping) return true;
+    if (state_.Stopping) return true;
     const int answer =
         dialogs_.MsgBox("Are you sure you want to exit?", "Exit Vantorin", kYesNo + kInformation);
     if (answer == kAnswerNo) return false;
@@ -112,14 +114,14 @@ bool CrawlEngine::ExitRequested() {
     LetPendingEventsRun();
     tmrMove_->SetEnabled(false);
     CloseAllSockets();
-    window_.EndProgram();
+    if (onEndProgram) onEndProgram();
     return true;
 }
 
 void CrawlEngine::UpdateStats() {
-    window_.SetLabel5(std::to_string(window_.List1().ListCount()) + " Files");
-    window_.SetLabel3(Trim(FormatThousands(std::to_string(FilesDone))) + " Files");
-    window_.SetLabel4(Trim(FormatThousands(std::to_string(TotalBytes))) + " Bytes");
+    state_.SetLabel5(std::to_string(state_.List1.ListCount()) + " Files");
+    state_.SetLabel3(Trim(FormatThousands(std::to_string(state_.FilesDone))) + " Files");
+    state_.SetLabel4(Trim(FormatThousands(std::to_string(state_.TotalBytes))) + " Bytes");
 }
 
 }  // namespace vantorin

@@ -1,18 +1,19 @@
 // The crawl engine: the 24 connection slots with their sockets and timeout
 // timers, the start of a crawl, the scheduler tick, the HTTP exchange,
-// timeouts, stop, pause, completion, exit and the counters. Handlers are plain
-// methods: the Qt signals call them and tests call them directly.
-//
-// A crawl is running exactly while the window's start button (Command1) is
-// disabled; the engine keeps no flag of its own for it.
+// timeouts, stop, pause, completion, exit and the counters. Its state
+// (CrawlState) holds what the design keeps in the window's controls; the
+// window renders it and calls the engine's verbs, the command line drives the
+// same engine with no window. Handlers are plain methods: the Qt signals call
+// them and tests call them directly.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
-#include "engine/WindowSeam.h"
+#include "engine/CrawlState.h"
 #include "output/CrawlVariables.h"
 #include "output/Mirror.h"
 #include "platform/Dialogs.h"
@@ -25,9 +26,12 @@
 
 namespace vantorin {
 
-inline constexpr int kSlotCount = 24;
 inline constexpr int kDefaultTimeoutMs = 20000;  // until the wizard sets the timers
 inline constexpr int kSchedulerTickMs = 20;
+
+// The first line of the completion question, which the command line repeats
+// on its standard output.
+inline constexpr const char* kSiteDownloadedText = "The website has been downloaded.";
 
 // One connection's job.
 struct ConnectionSlot {
@@ -40,23 +44,55 @@ struct ConnectionSlot {
     std::int16_t Attempts = 0;
 };
 
+// How a crawl ended, as the engine reports it to whoever drives it.
+enum class CrawlOutcome {
+    SiteComplete,  // the queue ran dry with every socket closed; reported once
+                   // the "Done." question has been answered
+    Stopped,       // the user confirmed the stop question; the window unloads
+                   // and shows itself again, reloaded, when told
+};
+
 // The HTTP/1.0 request for a slot's host and path (after "/index.html" -> "/"):
 // "GET " P " HTTP/1.0", "Host: " H, "Referrer: " H, the fixed agent line and
 // the empty line, each ending in CR LF. H is the host with every "/" removed,
 // trimmed; P the path with every "//" replaced by "/".
 std::string BuildRequestText(const std::string& host, const std::string& path);
 
+// The outside effects the engine works through, handed in by the program or a test.
+struct EngineSeams {
+    Dialogs& dialogs;
+    ShellOpen& shell;
+    PageTextReader pageText;
+    Yield yield;
+    SocketFactory sockets;
+    TimerFactory timers;
+};
+
 class CrawlEngine {
 public:
     // Makes the 24 sockets and timeout timers (20000 ms, disabled) and the
     // scheduler tick tmrMove (20 ms, disabled), and wires their events to the
-    // handlers below. Every reference must outlive the engine.
-    CrawlEngine(WindowSeam& window, Dialogs& dialogs, ShellOpen& shell, CrawlVariables& vars,
-                FileSystem& fs, PageTextReader pageText, Yield yield, SocketFactory sockets,
-                TimerFactory timers);
+    // handlers below. `vars` and `fs` must outlive the engine.
+    CrawlEngine(CrawlVariables& vars, FileSystem& fs, EngineSeams seams);
     ~CrawlEngine();
     CrawlEngine(const CrawlEngine&) = delete;
     CrawlEngine& operator=(const CrawlEngine&) = delete;
+
+    CrawlState& State() { return state_; }
+    const CrawlState& State() const { return state_; }
+    bool Running() const { return state_.Running(); }
+
+    // Told how a crawl ended, and when the exit has unloaded the window.
+    std::function<void(CrawlOutcome)> onOutcome;
+    std::function<void()> onEndProgram;
+
+    // --- the window's load (and reload after a stop) ---
+    // Keyword filters read from "filters.txt", the designed state (rows "Not
+    // Connected.", txtMax "4", counters 0), every timeout timer back at 20000
+    // ms and off, and the folder "dldata" made beside the program.
+    void ResetForReload();
+    // The reloaded window's first activation has shown the wizard.
+    void ClearStopping() { state_.Stopping = false; }
 
     // --- start (Command1_Click, and Enter in Text1) ---
     void ConnectNowNow();
@@ -91,44 +127,47 @@ public:
     // (answered No). When Stopping is set it returns true at once and asks
     // nothing (the window is being reloaded). Otherwise, on any answer but No,
     // it stops a running crawl, sweeps the temporary files, disables the tick,
-    // closes all sockets, calls window.EndProgram() and returns true.
+    // closes all sockets, calls onEndProgram and returns true.
     bool ExitRequested();
     void UpdateStats();
 
     // --- the wizard's timeout choice ---
-    void SetTimeoutInterval(int slot, int ms);
+    // False when the timer cannot hold `ms` (negative, or past 32 bits): the
+    // wizard then stops at that slot, so later slots keep their interval.
+    bool SetTimeoutInterval(int slot, long long ms);
     int TimeoutInterval(int slot) const;
 
-    // Counters shown by UpdateStats; Stopping is cleared by the window on its
-    // first activation after a reload.
-    std::int32_t TotalBytes = 0;
-    std::int32_t FilesDone = 0;
-    bool Stopping = false;
-
     // --- accessors (1-based slot numbers) ---
-    ConnectionSlot& Slot(int n) { return slots_[static_cast<std::size_t>(n - 1)]; }
-    const ConnectionSlot& Slot(int n) const { return slots_[static_cast<std::size_t>(n - 1)]; }
-    Socket& Sock(int n) { return *sockets_[static_cast<std::size_t>(n - 1)]; }
-    const Socket& Sock(int n) const { return *sockets_[static_cast<std::size_t>(n - 1)]; }
-    Timer& tmrOut(int n) { return *timeouts_[static_cast<std::size_t>(n - 1)]; }
+    ConnectionSlot& Slot(int n) { return slots_[Index(n)]; }
+    const ConnectionSlot& Slot(int n) const { return slots_[Index(n)]; }
+    Socket& Sock(int n) { return *sockets_[Index(n)]; }
+    const Socket& Sock(int n) const { return *sockets_[Index(n)]; }
+    Timer& tmrOut(int n) { return *timeouts_[Index(n)]; }
     Timer& tmrMove() { return *tmrMove_; }
     Mirror& MirrorState() { return mirror_; }
-    bool Running() const { return !window_.Command1Enabled(); }
 
 private:
     static bool ValidSlot(int i) { return i >= 1 && i <= kSlotCount; }
+    static std::size_t Index(int n) { return static_cast<std::size_t>(n - 1); }
     double ConnectionsCount() const;  // the value of txtMax, read afresh
     void LetPendingEventsRun() { RunPending(mirror_.yield); }
+    void Report(CrawlOutcome outcome) {
+        if (onOutcome) onOutcome(outcome);
+    }
+    // The named steps of ProcessResponse.
+    void ShowChunkOnRow(const std::string& data, int i);
+    void SaveFinishedJob(int i);
+    std::string FinishedJobBase(int i);
     // Raised whenever a slot's socket is (re)connected or the slot is torn
     // down, so a handler that let events run can tell that the job it was
     // working on is no longer the slot's and leave the slot alone.
-    unsigned& AttemptId(int i) { return attemptIds_[static_cast<std::size_t>(i - 1)]; }
+    unsigned& AttemptId(int i) { return attemptIds_[Index(i)]; }
 
-    WindowSeam& window_;
-    Dialogs& dialogs_;
-    ShellOpen& shell_;
+    CrawlState state_;
     CrawlVariables& vars_;
     FileSystem& fs_;  // the program's lists are read through it
+    Dialogs& dialogs_;
+    ShellOpen& shell_;
     // Every path the crawl writes comes from a page or an address, so the
     // mirror's file system holds to the target folder alone: a name such as
     // "..www.\" (a ".." once "www." is cut) must not reach the program folder.

@@ -74,7 +74,7 @@ void CrawlEngine::Sock_DataArrival(int i) {
     tmrOut(i).SetEnabled(false);
     tmrOut(i).SetEnabled(true);
     const std::string data = Sock(i).ReadAll();
-    AddSkippingOverflow(TotalBytes, data.size());
+    AddSkippingOverflow(state_.TotalBytes, data.size());
     AddSkippingOverflow(Slot(i).BytesReceived, data.size());
     ShowMatrixSizes();
     ProcessResponse(data, i);
@@ -101,54 +101,64 @@ void CrawlEngine::ProcessResponse(const std::string& data, int i) {
     Slot(i).Response += data;
     LetPendingEventsRun();
     if (!stillOurs()) return;
+    ShowChunkOnRow(data, i);
+    // Finished only once the server has closed its side; the expected size
+    // is never compared, so a server that keeps the line open times out.
+    if (Sock(i).State() != kSockClosing) return;
 
+    SaveFinishedJob(i);
+    LetPendingEventsRun();
+    if (!stillOurs()) return;
+    std::string base = FinishedJobBase(i);
+    SetSlotStatus(i, "");
+    LetPendingEventsRun();
+    if (!stillOurs()) return;
+    // The scanner rewrites and consumes the slot's Response itself: what a
+    // retry started during the scan appends lands behind what is left of it.
+    ExtractLinks(Slot(i).Response, state_.List1, base, state_.List2, mirror_);
+    // A stop, or a retry after a timeout during the scan, owns the socket now.
+    if (!stillOurs()) return;
+    Sock(i).Close();
+    LetPendingEventsRun();
+    if (state_.List1.ListCount() == 0 && AllSocketsClosed()) SiteComplete();
+}
+
+// The expected size when this chunk itself holds the header, and the bytes so
+// far; a row above the connections count is reset instead.
+void CrawlEngine::ShowChunkOnRow(const std::string& data, int i) {
+    ConnectionSlot& s = Slot(i);
     if (const std::size_t pos = InStr(data, "Content-Length:"); pos > 0) {
         const long long length = RoundHalfEven(Val(ContentLengthText(data, pos)));
         // A value beyond 32 bits fails to convert and leaves the old one.
         if (length >= std::numeric_limits<std::int32_t>::min() &&
             length <= std::numeric_limits<std::int32_t>::max()) {
-            Slot(i).ContentLength = static_cast<std::int32_t>(length);
+            s.ContentLength = static_cast<std::int32_t>(length);
         }
-        window_.SetRowSize(i, FormatByteSize(Slot(i).ContentLength));
+        state_.SetRowSize(i, FormatByteSize(s.ContentLength));
     }
     if (ConnectionsCount() >= i) {
-        window_.SetRowReceived(i, Trim(FormatByteSize(Slot(i).BytesReceived)));
+        state_.SetRowReceived(i, Trim(FormatByteSize(s.BytesReceived)));
     } else {
         ResetSlotRow(i);
     }
+}
 
-    // Finished only once the server has closed its side; the expected size
-    // is never compared, so a server that keeps the line open times out.
-    if (Sock(i).State() != kSockClosing) return;
+void CrawlEngine::SaveFinishedJob(int i) {
+    // SaveFile reads the response before it first yields, so no copy is needed.
+    const ConnectionSlot& s = Slot(i);
+    std::string name = "\\" + s.Host + s.Path;
+    SaveFile(s.Response, name, s.Host, mirror_, state_.FilesDone);
+}
 
-    {
-        // SaveFile reads the response before it first yields, so no copy is needed.
-        const ConnectionSlot& s = Slot(i);
-        std::string name = "\\" + s.Host + s.Path;
-        const std::string host = s.Host;
-        SaveFile(s.Response, name, host, mirror_, FilesDone);
-    }
-    LetPendingEventsRun();
-    if (!stillOurs()) return;
-
+// The page's folder address, for the links found in it. The row is reset only
+// for an address holding a "/".
+std::string CrawlEngine::FinishedJobBase(int i) {
     std::string base = Slot(i).Url;
     if (Contains(base, "/")) {
         base = BaseOf(base);
         ResetSlotRow(i);
     }
-    SetSlotStatus(i, "");
-    LetPendingEventsRun();
-    if (!stillOurs()) return;
-
-    // The scanner consumes the text it is given; the slot keeps what is left.
-    std::string text = Slot(i).Response;
-    ExtractLinks(text, window_.List1(), base, window_.List2(), mirror_);
-    if (!stillOurs()) return;
-    Slot(i).Response = text;
-
-    Sock(i).Close();
-    LetPendingEventsRun();
-    if (window_.List1().ListCount() == 0 && AllSocketsClosed()) SiteComplete();
+    return base;
 }
 
 }  // namespace vantorin

@@ -9,7 +9,7 @@
 namespace vantorin {
 
 void CrawlEngine::tmrMove_Timer() {
-    StringList& queue = window_.List1();
+    StringList& queue = state_.List1;
     if (queue.ListCount() >= 1) ConnectNext(queue.Item(queue.ListCount() - 1));
     UpdateStats();
 }
@@ -21,7 +21,7 @@ void CrawlEngine::ConnectNext(std::string address) {
     if (slot == 0) return;  // the item stays queued for a later tick
     // Assumes the address came from the end of the queue; the start page
     // arrives with the queue empty and removes nothing.
-    StringList& queue = window_.List1();
+    StringList& queue = state_.List1;
     if (queue.ListCount() >= 1) queue.RemoveItem(queue.ListCount() - 1);
 
     ConnectionSlot& s = Slot(slot);
@@ -63,17 +63,17 @@ void CrawlEngine::CloseAllSockets() {
 }
 
 void CrawlEngine::txtMax_Change() {
-    const std::string text = window_.TxtMax();
+    const std::string text = state_.txtMax();
     // Typed values from 24 up are refused although the message names 24: the
     // bound of 23 is kept as designed. There is no lower bound.
     if (!IsNumeric(text) || Val(text) > 23) {
-        window_.SetTxtMax("4");
+        state_.SetTxtMax("4");
         dialogs_.MsgBox("Must be a number of connections from 1 to 24", "Try Again", kCritical);
     }
 }
 
 void CrawlEngine::txtMax_Click() {
-    const std::string text = window_.TxtMax();
+    const std::string text = state_.txtMax();
     if (!IsNumeric(text) || Val(text) > 23) return;
     // A negative count would name rows that do not exist; those are skipped.
     for (long long row = std::max(1LL, RoundHalfEven(Val(text)) + 1); row <= kSlotCount; ++row) {

@@ -67,7 +67,8 @@ void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl, St
         rest = std::min(p + kAdvance, text.size());
         YieldTimes(m.yield, 2);
     }
-    text.erase(0, rest);
+    // A stop inside the last yields may have emptied the text under the walk.
+    text.erase(0, std::min(rest, text.size()));
 }
 
 }  // namespace vantorin

@@ -13,9 +13,12 @@ void MakeLocalPath(std::string& path, CrawlVariables& vars, FileSystem& fs) {
     ReplaceIn(p, "\\\\", "\\");
     vars.SavePath = p;
     path = p;
+    MakeFoldersAlong(p, vars, fs);
+}
 
+void MakeFoldersAlong(const std::string& path, CrawlVariables& vars, FileSystem& fs) {
     std::string made;
-    std::string rest = p;
+    std::string rest = path;
     for (std::size_t cut = rest.find('\\'); cut != std::string::npos; cut = rest.find('\\')) {
         std::string part = rest.substr(0, cut + 1);
         MakeFolder(Trim(made) + Trim(part), vars, fs);

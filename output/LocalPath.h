@@ -15,6 +15,11 @@ namespace vantorin {
 // way, and stores the result both in vars.SavePath and back into `path`.
 void MakeLocalPath(std::string& path, CrawlVariables& vars, FileSystem& fs);
 
+// Creates each folder along `path`, root first: every prefix up to a "\",
+// trimmed; what follows the last "\" (a file name) is never made. Failures are
+// ignored.
+void MakeFoldersAlong(const std::string& path, CrawlVariables& vars, FileSystem& fs);
+
 // Creates exactly one folder; only when that succeeds is it recorded,
 // lower-cased and followed by "*", in vars.MadeFolders.
 void MakeFolder(const std::string& folder, CrawlVariables& vars, FileSystem& fs);

@@ -19,19 +19,6 @@ std::string NormaliseFolderText(std::string_view text) {
     return folder;
 }
 
-void MakeFoldersAlong(const std::string& folder, CrawlVariables& vars, FileSystem& fs) {
-    std::string made;
-    std::string rest = folder;
-    std::size_t at = InStr(rest, "\\");
-    while (at > 0) {
-        std::string part = Left(rest, static_cast<long long>(at));
-        MakeFolder(Trim(made) + Trim(part), vars, fs);
-        made += part;
-        rest = Trim(Mid(rest, static_cast<long long>(at) + 1));
-        at = InStr(rest, "\\");
-    }
-}
-
 bool TestFolderWritable(std::string& path, FileSystem& fs) {
     ReplaceIn(path, "/", "\\");
     EndWithBackslash(path);

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "output/CrawlVariables.h"
 #include "platform/FileSystem.h"
 
 namespace vantorin {
@@ -14,9 +13,6 @@ namespace vantorin {
 // "&" -> "_", three "__" passes), then "/" -> "\", then "\" appended unless the
 // text already ends in one. A blank text has no last character, so "" -> "\".
 std::string NormaliseFolderText(std::string_view text);
-
-// Creates every folder along `folder`, root first; failures are ignored.
-void MakeFoldersAlong(const std::string& folder, CrawlVariables& vars, FileSystem& fs);
 
 // Writes the probe "test23893.txt" into `path` and deletes it again. `path`
 // gets "/" -> "\" and a final "\" (the caller's text changes). False when the

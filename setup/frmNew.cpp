@@ -13,12 +13,11 @@
 #include <cmath>
 
 #include "extractor/FileTypesList.h"
-#include "platform/DefaultFolder.h"
 #include "platform/Text.h"
+#include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
-#include "setup/FolderRules.h"
+#include "platform/gui/Twips.h"
 #include "setup/Settings.h"
-#include "setup/Twips.h"
 #include "setup/WrappingButton.h"
 #include "setup/zDir.h"
 
@@ -32,7 +31,6 @@ constexpr double kHeightTwips = 4740;
 // The designed widths count the window's border too (60 twips each side), so
 // the options area at 6840 is out of sight when collapsed.
 constexpr double kBorderTwips = 120;
-constexpr int kSlots = 24;
 
 QLabel* Picture(QWidget* parent, QStyle::StandardPixmap which) {
     auto* label = new QLabel(parent);
@@ -43,20 +41,22 @@ QLabel* Picture(QWidget* parent, QStyle::StandardPixmap which) {
 
 }  // namespace
 
-frmNew::frmNew(SetupServices& services, WizardHost& host, QWidget* parent)
-    : QDialog(parent), services_(services), host_(host) {
+frmNew::frmNew(SetupServices& services, CrawlEngine& engine, std::function<void()> showFilters,
+               QWidget* parent)
+    : QDialog(parent), services_(services), engine_(engine), showFilters_(std::move(showFilters)) {
     BuildControls();
     FormLoad();
 }
 
-void frmNew::ShowModal(SetupServices& services, WizardHost& host, QWidget* parent) {
-    frmNew wizard(services, host, parent);
+void frmNew::ShowModal(SetupServices& services, CrawlEngine& engine,
+                       std::function<void()> showFilters, QWidget* parent) {
+    frmNew wizard(services, engine, std::move(showFilters), parent);
     wizard.exec();
 }
 
 void frmNew::BuildControls() {
     setWindowTitle("New Site Wizard");
-    setFont(QFont("Verdana", 8));
+    setFont(DesignFont(8));
 
     Image1 = Picture(this, QStyle::SP_DriveNetIcon);
     PlaceTwips(*Image1, 240, 240, 600, 600);
@@ -141,47 +141,28 @@ void frmNew::BuildControls() {
 }
 
 void frmNew::FormLoad() {
-    std::vector<std::string> types;
-    FillFileTypesList(types, services_.fs);
-    ShowFileTypes(types);
-
-    SetAndStore(*txtURL, "LastURL", ReadSetting(services_.settings, "LastURL", "http://"));
-    SetAndStore(*txtDir, "InDir", ReadSetting(services_.settings, "InDir", DefaultTargetFolder()));
-
+    const WizardFields fields = LoadWizard(services_);
+    ShowFileTypes(fields.fileTypes);
+    {
+        // The load has stored what it read already.
+        const QSignalBlocker quietURL(txtURL);
+        const QSignalBlocker quietDir(txtDir);
+        txtURL->setText(ToQt(fields.txtURL));
+        txtDir->setText(ToQt(fields.txtDir));
+    }
     for (const char* seconds : {"5", "10", "20", "30", "45"}) List2->addItem(seconds);
-    List2->setEditText(ToQt(ReadSetting(services_.settings, "Timeout", "15")));
+    List2->setEditText(ToQt(fields.timeout));
 
     setFixedHeight(Twips(*this, kHeightTwips));
     SetFormWidth(kCollapsedTwips);
 }
 
-// Setting a box's text counts as a change even when the text is the same, so
-// the value read is always written back.
-void frmNew::SetAndStore(QLineEdit& box, const std::string& key, const std::string& text) {
-    {
-        const QSignalBlocker quiet(box);
-        box.setText(ToQt(text));
-    }
-    PutSetting(services_.settings, key, text);
-}
-
 void frmNew::done(int result) {
     if (!unloaded_) {
         unloaded_ = true;
-        FormUnload();
+        UnloadWizard(FromQt(List2->currentText()), services_, engine_);
     }
     QDialog::done(result);
-}
-
-void frmNew::FormUnload() {
-    const std::string seconds = Trim(FromQt(List2->currentText()));
-    PutSetting(services_.settings, "Timeout", seconds);
-    if (seconds.empty()) return;
-    const long long ms = RoundHalfEven(Val(seconds) * 1000);
-    for (int slot = 1; slot <= kSlots; ++slot) {
-        // The first timer that refuses ends it: later slots keep their interval.
-        if (!host_.SetTmrOutInterval(slot, ms)) return;
-    }
 }
 
 bool frmNew::eventFilter(QObject* watched, QEvent* event) {
@@ -198,48 +179,38 @@ void frmNew::SetFormWidth(int twips) {
     setFixedWidth(Twips(*this, twips - kBorderTwips));
 }
 
-void frmNew::SetToInDIR() {
-    txtDir->setText(ToQt(NormaliseFolderText(FromQt(txtDir->text()))));
-    services_.vars.TargetFolder = FromQt(txtDir->text());
-    MakeFoldersAlong(services_.vars.TargetFolder, services_.vars, services_.fs);
+WizardFields frmNew::Fields() const {
+    WizardFields fields{
+        FromQt(txtURL->text()), FromQt(txtDir->text()), FromQt(List2->currentText()), {}};
+    for (int i = 0; i < List1->count(); ++i)
+        fields.fileTypes.push_back(FromQt(List1->item(i)->text()));
+    return fields;
 }
 
-bool frmNew::FolderReady() {
-    SetToInDIR();
-    if (!TestFolderWritable(services_.vars.TargetFolder, services_.fs)) {
-        services_.dialogs.MsgBox(
-            "That is an invalid directory. Check it has no invalid characters.", "Eror",
-            kCritical | kOkOnly);
-        return false;
-    }
-    SaveFileTypes();
-    return true;
+void frmNew::ShowFolder(const WizardFields& fields) {
+    const QSignalBlocker stored(txtDir);  // FolderReady stored it as InDir
+    txtDir->setText(ToQt(fields.txtDir));
 }
 
 void frmNew::Command1_Click() {
-    if (!FolderReady()) return;
-    host_.SetText1(FromQt(txtURL->text()));
-    host_.ConnectNowNow();
+    WizardFields fields = Fields();
+    const DownloadStart start = DownloadWebsiteNow(fields, services_, engine_);
+    ShowFolder(fields);
+    if (start == DownloadStart::FolderRefused) return;
+    unloaded_ = true;  // the download ran the unload steps itself
     accept();
 }
 
 void frmNew::Command2_Click() {
-    if (FolderReady()) accept();
-}
-
-std::vector<std::string> frmNew::FileTypeItems() const {
-    std::vector<std::string> items;
-    for (int i = 0; i < List1->count(); ++i) items.push_back(FromQt(List1->item(i)->text()));
-    return items;
+    WizardFields fields = Fields();
+    const bool ready = FolderReady(fields, services_);
+    ShowFolder(fields);
+    if (ready) accept();
 }
 
 void frmNew::ShowFileTypes(const std::vector<std::string>& items) {
     List1->clear();
     for (const auto& item : items) List1->addItem(ToQt(item));
-}
-
-void frmNew::SaveFileTypes() {
-    vantorin::SaveFileTypes(FileTypeItems(), services_.fs);
 }
 
 void frmNew::MakeFileTypesFile() {
@@ -300,7 +271,7 @@ void frmNew::Command7_Click() {
 }
 
 void frmNew::Command8_Click() {
-    host_.ShowKeywordFilterDialog();
+    if (showFilters_) showFilters_();
 }
 
 }  // namespace vantorin

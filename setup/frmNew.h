@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "engine/CrawlEngine.h"
 #include "setup/SetupServices.h"
-#include "setup/WizardHost.h"
+#include "setup/WizardSteps.h"
 
 class QComboBox;
 class QGroupBox;
@@ -20,10 +22,13 @@ namespace vantorin {
 
 class frmNew : public QDialog {
 public:
-    frmNew(SetupServices& services, WizardHost& host, QWidget* parent = nullptr);
+    // `showFilters` shows the keyword filter dialog without waiting for it.
+    frmNew(SetupServices& services, CrawlEngine& engine, std::function<void()> showFilters,
+           QWidget* parent = nullptr);
 
     // Opens a wizard modally and returns when it has unloaded and gone.
-    static void ShowModal(SetupServices& services, WizardHost& host, QWidget* parent);
+    static void ShowModal(SetupServices& services, CrawlEngine& engine,
+                          std::function<void()> showFilters, QWidget* parent);
 
     // The form's width in twips: 6855 collapsed, 9720 expanded.
     int FormWidthTwips() const { return widthTwips_; }
@@ -68,19 +73,16 @@ protected:
 private:
     void BuildControls();
     void FormLoad();
-    void FormUnload();
     void SetFormWidth(int twips);
-    void SetAndStore(QLineEdit& box, const std::string& key, const std::string& text);
-    void SetToInDIR();
-    // Download and Close share it: normalise, test, save the file types.
-    bool FolderReady();
-    std::vector<std::string> FileTypeItems() const;
+    // What the boxes hold, and the normalised folder shown back after a check.
+    WizardFields Fields() const;
+    void ShowFolder(const WizardFields& fields);
     void ShowFileTypes(const std::vector<std::string>& items);
-    void SaveFileTypes();
     void MakeFileTypesFile();
 
     SetupServices& services_;
-    WizardHost& host_;
+    CrawlEngine& engine_;
+    std::function<void()> showFilters_;
     int widthTwips_ = 6855;
     bool unloaded_ = false;
 };

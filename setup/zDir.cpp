@@ -14,9 +14,10 @@
 #include "platform/DefaultFolder.h"
 #include "platform/FileSystem.h"
 #include "platform/Text.h"
+#include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/Twips.h"
 #include "setup/Settings.h"
-#include "setup/Twips.h"
 
 namespace vantorin {
 
@@ -64,7 +65,7 @@ zDir::zDir(SettingsStore& settings, QWidget* parent) : QDialog(parent) {
 
 void zDir::BuildControls() {
     setWindowTitle("Select Directory to Save the Website");
-    setFont(QFont("Verdana", 8));
+    setFont(DesignFont(8));
 
     Image1 = new QLabel(this);
     Image1->setPixmap(style()->standardIcon(QStyle::SP_DirHomeIcon).pixmap(32, 32));

@@ -8,8 +8,9 @@
 
 #include "extractor/KeywordFilters.h"
 #include "platform/Text.h"
+#include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
-#include "setup/Twips.h"
+#include "platform/gui/Twips.h"
 
 namespace vantorin {
 
@@ -29,16 +30,14 @@ zFilter* zFilter::ShowModeless(SetupServices& services, QWidget* parent) {
 
 void zFilter::BuildControls() {
     setWindowTitle("Keyword Filters");
-    setFont(QFont("Verdana", 8));
+    setFont(DesignFont(8));
 
     Image1 = new QLabel(this);
     Image1->setPixmap(style()->standardIcon(QStyle::SP_FileDialogContentsView).pixmap(32, 32));
     Image1->setAlignment(Qt::AlignCenter);
     PlaceTwips(*Image1, 120, 120, 600, 600);
     Label2 = new QLabel("Keyword Filters", this);
-    QFont heading("Verdana", 12);
-    heading.setBold(true);
-    Label2->setFont(heading);
+    Label2->setFont(DesignFont(12, true));
     PlaceTwips(*Label2, 840, 240, 4335, 375);
     Label1 = new QLabel(
         "Whenever a URL is added to the list to be downloaded, it will be compared with the "

@@ -4,44 +4,42 @@
 
 namespace vantorin {
 
-ListBoxModel::ListBoxModel(QObject* parent) : QAbstractListModel(parent) {}
-
-void ListBoxModel::AddItem(const std::string& item) {
-    const int row = ListCount();
-    beginInsertRows(QModelIndex(), row, row);
-    items_.push_back(item);
-    endInsertRows();
+ListBoxModel::ListBoxModel(StringList& list, QObject* parent)
+    : QAbstractListModel(parent), list_(list), shown_(list.ListCount()) {
+    list_.onChange = [this](StringList::Change change, int index) { Follow(change, index); };
 }
 
-int ListBoxModel::ListCount() const {
-    return static_cast<int>(items_.size());
+ListBoxModel::~ListBoxModel() {
+    list_.onChange = nullptr;
 }
 
-std::string ListBoxModel::Item(int index) const {
-    if (index < 0 || index >= ListCount()) return std::string();
-    return items_[static_cast<std::size_t>(index)];
-}
-
-void ListBoxModel::RemoveItem(int index) {
-    if (index < 0 || index >= ListCount()) return;
-    beginRemoveRows(QModelIndex(), index, index);
-    items_.erase(items_.begin() + index);
-    endRemoveRows();
-}
-
-void ListBoxModel::Clear() {
-    beginResetModel();
-    items_.clear();
-    endResetModel();
+void ListBoxModel::Follow(StringList::Change change, int index) {
+    switch (change) {
+        case StringList::Change::Added:
+            beginInsertRows(QModelIndex(), index, index);
+            shown_ = list_.ListCount();
+            endInsertRows();
+            break;
+        case StringList::Change::Removed:
+            beginRemoveRows(QModelIndex(), index, index);
+            shown_ = list_.ListCount();
+            endRemoveRows();
+            break;
+        case StringList::Change::Cleared:
+            beginResetModel();
+            shown_ = 0;
+            endResetModel();
+            break;
+    }
 }
 
 int ListBoxModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : ListCount();
+    return parent.isValid() ? 0 : shown_;
 }
 
 QVariant ListBoxModel::data(const QModelIndex& index, int role) const {
-    if (role != Qt::DisplayRole || !index.isValid() || index.row() >= ListCount()) return {};
-    return ToQt(items_[static_cast<std::size_t>(index.row())]);
+    if (role != Qt::DisplayRole || !index.isValid() || index.row() >= list_.ListCount()) return {};
+    return ToQt(list_.Items()[static_cast<std::size_t>(index.row())]);
 }
 
 }  // namespace vantorin

@@ -1,7 +1,5 @@
 #include "ui/MainLayout.h"
 
-#include <cmath>
-
 namespace vantorin {
 
 namespace {
@@ -59,14 +57,6 @@ void ResizeLayout(MainLayout& l, int W, int H) {
     l.Picture2.Left = l.Text1.Left + l.Text1.Width + 120;
     l.Label6.Top = l.List1.Top + l.List1.Height + 40;
     l.Picture3.Left = l.Picture1.Width - l.Picture3.Width;
-}
-
-int TwipsToPixels(int twips, int dpi) {
-    return static_cast<int>(std::lround(static_cast<double>(twips) * dpi / 1440.0));
-}
-
-int PixelsToTwips(int pixels, int dpi) {
-    return dpi > 0 ? static_cast<int>(std::lround(static_cast<double>(pixels) * 1440.0 / dpi)) : 0;
 }
 
 }  // namespace vantorin

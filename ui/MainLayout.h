@@ -41,8 +41,4 @@ MainLayout DesignLayout();
 // previous size and the later steps still run.
 void ResizeLayout(MainLayout& layout, int W, int H);
 
-// Twips to pixels at `dpi` dots per inch, rounded to the nearest pixel.
-int TwipsToPixels(int twips, int dpi);
-int PixelsToTwips(int pixels, int dpi);
-
 }  // namespace vantorin

@@ -13,13 +13,11 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QTimer>
-#include <climits>
 
-#include "engine/CrawlEngine.h"
-#include "extractor/KeywordFilters.h"
-#include "output/LocalPath.h"
 #include "platform/Text.h"
+#include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/Twips.h"
 #include "ui/frmPause.h"
 
 namespace vantorin {
@@ -27,12 +25,6 @@ namespace vantorin {
 namespace {
 
 constexpr const char* kTitle = "Vantorin Website Downloader 1.9";
-
-QFont LabelFont() {
-    QFont verdana(QStringLiteral("Verdana"));
-    verdana.setPointSizeF(8.25);
-    return verdana;
-}
 
 // A picture box: a sunken panel painted in the list background.
 QFrame* MakePicture(QWidget* parent, const char* name, QFrame::Shape shape) {
@@ -45,27 +37,41 @@ QFrame* MakePicture(QWidget* parent, const char* name, QFrame::Shape shape) {
 
 }  // namespace
 
-frmMain::frmMain(CrawlVariables& vars, FileSystem& fs, Dialogs& dialogs, ShellOpen& shell,
+frmMain::frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, ShellOpen& shell,
                  QWidget* parent)
-    : QMainWindow(parent), vars_(vars), fs_(fs), dialogs_(dialogs), shell_(shell) {
+    : QMainWindow(parent),
+      engine_(engine),
+      state_(engine.State()),
+      vars_(vars),
+      dialogs_(dialogs),
+      shell_(shell),
+      list1Model_(state_.List1),
+      list2Model_(state_.List2) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QString::fromLatin1(kTitle));
     BuildControls();
     BuildMenu();
     resize(TwipsToPixels(kFormWidth, logicalDpiX()), TwipsToPixels(kFormHeight, logicalDpiY()));
+    state_.onChange = [this](StateChange change, int slot) { Render(change, slot); };
+    engine_.onOutcome = [this](CrawlOutcome outcome) {
+        if (outcome == CrawlOutcome::Stopped) ReloadWindow();
+    };
+    engine_.onEndProgram = [this] {
+        if (OnEndProgram) OnEndProgram();
+    };
     Form_Load();
 }
 
-frmMain::~frmMain() = default;
-
-void frmMain::AttachEngine(CrawlEngine& engine) {
-    engine_ = &engine;
+frmMain::~frmMain() {
+    state_.onChange = nullptr;
+    engine_.onOutcome = nullptr;
+    engine_.onEndProgram = nullptr;
 }
 
 QLabel* frmMain::MakeLabel(QWidget* parent, const char* name, const char* caption) {
     auto* label = new QLabel(QString::fromLatin1(caption), parent);
     label->setObjectName(QString::fromLatin1(name));
-    label->setFont(LabelFont());
+    label->setFont(DesignFont());
     return label;
 }
 
@@ -73,7 +79,6 @@ void frmMain::BuildControls() {
     auto* form = new QWidget(this);
     form->setObjectName(QStringLiteral("form"));
     setCentralWidget(form);
-    const QFont verdana = LabelFont();
 
     const std::array<QStyle::StandardPixmap, 4> icons = {QStyle::SP_MediaPlay, QStyle::SP_MediaStop,
                                                          QStyle::SP_FileDialogDetailedView,
@@ -101,10 +106,8 @@ void frmMain::BuildControls() {
     pictures_[2]->setBackgroundRole(QPalette::Base);
     connectionsHeading_ = MakeLabel(pictures_[0], "ConnectionsHeading", "Connections");
     dataInHeading_ = MakeLabel(pictures_[2], "DataInHeading", "Data In");
-    QFont bold = verdana;
-    bold.setBold(true);
-    connectionsHeading_->setFont(bold);
-    dataInHeading_->setFont(bold);
+    connectionsHeading_->setFont(DesignFont(8.25, true));
+    dataInHeading_->setFont(DesignFont(8.25, true));
 
     // The designed row 0: every created row copies its look; it is never shown.
     rows_.x[0] = MakeLabel(pictures_[0], "x0", "0");
@@ -124,9 +127,7 @@ void frmMain::BuildControls() {
     labels_[8] = MakeLabel(form, "Label8", "Queued Files");
     labels_[9] = MakeLabel(form, "Label9", "How many connections?");
     labels_[9]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QFont headingFont = verdana;
-    headingFont.setBold(true);
-    labels_[8]->setFont(headingFont);
+    labels_[8]->setFont(DesignFont(8.25, true));
 
     txtMax_ = new QComboBox(form);
     txtMax_->setObjectName(QStringLiteral("txtMax"));
@@ -150,14 +151,17 @@ void frmMain::BuildControls() {
     connect(commands_[1], &QPushButton::clicked, this, [this] { Command2_Click(); });
     connect(commands_[2], &QPushButton::clicked, this, [this] { Command3_Click(); });
     connect(commands_[3], &QPushButton::clicked, this, [this] { Command4_Click(); });
-    connect(text1_, &QLineEdit::returnPressed, this, [this] {
-        if (engine_) engine_->Text1_KeyDown(13);
+    // What is typed or chosen goes into the state first, then to the engine.
+    connect(text1_, &QLineEdit::textEdited, this,
+            [this](const QString& text) { state_.SetText1(FromQt(text)); });
+    connect(text1_, &QLineEdit::returnPressed, this, [this] { engine_.Text1_KeyDown(13); });
+    connect(txtMax_->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
+        state_.SetTxtMax(FromQt(text));
+        engine_.txtMax_Change();
     });
-    connect(txtMax_->lineEdit(), &QLineEdit::textEdited, this, [this] {
-        if (engine_) engine_->txtMax_Change();
-    });
-    connect(txtMax_, &QComboBox::activated, this, [this] {
-        if (engine_) engine_->txtMax_Click();
+    connect(txtMax_, &QComboBox::activated, this, [this](int index) {
+        state_.SetTxtMax(FromQt(txtMax_->itemText(index)));
+        engine_.txtMax_Click();
     });
     connect(list1_, &QListView::doubleClicked, this, [this] { List1_DblClick(); });
 }
@@ -193,28 +197,17 @@ void frmMain::BuildMenu() {
     addItem(mnuhelp, "mnuabout", "&About", &frmMain::mnuabout_Click);
 }
 
-// The designed state of every control, as a fresh load finds it.
+// The controls the state does not hold, as a fresh load finds them.
 void frmMain::ResetControls() {
     layout_ = DesignLayout();
     Place(rows_.x[0], layout_.RowNumber);
     Place(rows_.l[0], layout_.RowStatus);
     Place(rows_.k[0], layout_.RowSize);
     Place(rows_.k2[0], layout_.RowReceived);
-    text1_->clear();
-    text1_->setEnabled(true);
-    commands_[0]->setEnabled(true);
-    commands_[1]->setEnabled(false);
-    mnupause_->setEnabled(false);
-    labels_[3]->setText(QStringLiteral("0 Files"));
-    labels_[4]->setText(QStringLiteral("0 Bytes"));
-    labels_[5]->setText(QStringLiteral("0 Files"));
-    labels_[6]->setText(QStringLiteral("Not Connected."));
     labels_[7]->clear();
-    list1Model_.Clear();
-    list2Model_.Clear();
     list1_->setVisible(true);
     txtMax_->clear();
-    for (int i = 1; i <= kRowCount; ++i) {
+    for (int i = 1; i <= kSlotCount; ++i) {
         for (auto* row : {&rows_.l, &rows_.x, &rows_.k, &rows_.k2}) {
             delete (*row)[static_cast<std::size_t>(i)];
             (*row)[static_cast<std::size_t>(i)] = nullptr;
@@ -224,10 +217,9 @@ void frmMain::ResetControls() {
 
 void frmMain::Form_Load() {
     ResetControls();
-    LoadKeywordFilters(vars_.KeywordFilters, fs_);
     MakeRows();
-    SetTxtMax("4");
-    MakeFolder(fs_.ProgramFolder() + "\\dldata", vars_, fs_);
+    engine_.ResetForReload();
+    RenderAll();
     ShowWizardOnActivate = true;
     Form_Resize();
 }
@@ -235,7 +227,7 @@ void frmMain::Form_Load() {
 // Rows 1 to 24, each below the one before it; the size label k stays hidden
 // as created, so only the status, the number and the received bytes show.
 void frmMain::MakeRows() {
-    for (int i = 1; i <= kRowCount; ++i) {
+    for (int i = 1; i <= kSlotCount; ++i) {
         const auto n = static_cast<std::size_t>(i);
         const QByteArray number = QByteArray::number(i);
         QLabel* previous = rows_.l[n - 1];
@@ -253,30 +245,17 @@ void frmMain::MakeRows() {
         rows_.k[n] = copy(rows_.k[0], "k");
         rows_.k2[n] = copy(rows_.k2[0], "k2");
         rows_.x[n]->setText(QString::fromLatin1(number));
-        rows_.l[n]->setText(QStringLiteral("Not Connected."));
         rows_.l[n]->show();
         rows_.x[n]->show();
         rows_.k2[n]->show();
         rows_.k[n]->hide();
-        if (engine_) {
-            // The reloaded window's timeout timers start as designed.
-            engine_->tmrOut(i).SetEnabled(false);
-            engine_->tmrOut(i).SetInterval(kDefaultTimeoutMs);
-        }
         txtMax_->addItem(QString::fromLatin1(number));
     }
     pictures_[2]->raise();  // a long status text ends under the "Data In" column
-    if (engine_) {
-        engine_->TotalBytes = 0;
-        engine_->FilesDone = 0;
-    }
 }
 
 void frmMain::Place(QWidget* widget, const TwipRect& r) const {
-    const int dx = logicalDpiX();
-    const int dy = logicalDpiY();
-    widget->setGeometry(TwipsToPixels(r.Left, dx), TwipsToPixels(r.Top, dy),
-                        TwipsToPixels(r.Width, dx), TwipsToPixels(r.Height, dy));
+    PlaceTwips(*widget, r.Left, r.Top, r.Width, r.Height);
 }
 
 void frmMain::ApplyLayout() {
@@ -329,7 +308,7 @@ void frmMain::Form_Activate() {
     if (!ShowWizardOnActivate || wizardOpen_) return;
     ShowWizard();
     ShowWizardOnActivate = false;
-    if (engine_) engine_->Stopping = false;
+    engine_.ClearStopping();
 }
 
 void frmMain::ShowWizard() {
@@ -340,7 +319,7 @@ void frmMain::ShowWizard() {
 }
 
 void frmMain::closeEvent(QCloseEvent* e) {
-    if (engine_ && !engine_->ExitRequested()) {
+    if (!engine_.ExitRequested()) {
         e->ignore();
         return;
     }
@@ -358,15 +337,15 @@ bool frmMain::eventFilter(QObject* watched, QEvent* e) {
 // --- handlers ---
 
 void frmMain::Command1_Click() {
-    if (engine_) engine_->ConnectNowNow();
+    engine_.ConnectNowNow();
 }
 
 void frmMain::Command2_Click() {
-    if (engine_) engine_->AskStop();
+    engine_.AskStop();
 }
 
 void frmMain::Command3_Click() {
-    ShowKeywordFilterDialog();
+    if (ShowFilterDialog) ShowFilterDialog();
 }
 
 void frmMain::Command4_Click() {
@@ -374,8 +353,8 @@ void frmMain::Command4_Click() {
 }
 
 void frmMain::mnunew_Click() {
-    if (!Command1Enabled() && engine_) engine_->AskStop();
-    if (Command1Enabled()) ShowWizard();
+    if (engine_.Running()) engine_.AskStop();
+    if (!engine_.Running()) ShowWizard();
 }
 
 void frmMain::mnupref_Click() {
@@ -387,11 +366,9 @@ void frmMain::mnuexit_Click() {
 }
 
 void frmMain::mnupause_Click() {
-    if (engine_) engine_->PauseBegin();
+    engine_.PauseBegin();
     frmPause pause(this);
-    pause.OnUnload = [this] {
-        if (engine_) engine_->PauseEnd();
-    };
+    pause.OnUnload = [this] { engine_.PauseEnd(); };
     pause.exec();
 }
 
@@ -408,7 +385,7 @@ void frmMain::mnuabout_Click() {
 void frmMain::List1_DblClick() {
     const QModelIndex current = list1_->currentIndex();
     const std::string entry = current.isValid() && list1_->selectionModel()->isSelected(current)
-                                  ? list1Model_.Item(current.row())
+                                  ? state_.List1.Item(current.row())
                                   : std::string();
     const std::string address =
         LCase(Left(entry, 7)) == "http://" ? entry : "http://" + Trim(entry);
@@ -419,110 +396,66 @@ void frmMain::Text1_GotFocus() {
     text1_->setSelection(0, static_cast<int>(text1_->text().size()));
 }
 
-// --- WindowSeam ---
-
-std::string frmMain::Text1() const {
-    return FromQt(text1_->text());
-}
-
-void frmMain::SetText1(const std::string& text) {
-    text1_->setText(ToQt(text));
-}
-
-void frmMain::SetText1Enabled(bool enabled) {
-    text1_->setEnabled(enabled);
-}
-
-void frmMain::FocusText1() {
-    text1_->setFocus();
-}
-
-bool frmMain::Command1Enabled() const {
-    return commands_[0]->isEnabled();
-}
-
-void frmMain::SetCommand1Enabled(bool enabled) {
-    commands_[0]->setEnabled(enabled);
-}
-
-void frmMain::SetCommand2Enabled(bool enabled) {
-    commands_[1]->setEnabled(enabled);
-}
-
-void frmMain::SetPauseEnabled(bool enabled) {
-    mnupause_->setEnabled(enabled);
-}
-
-std::string frmMain::TxtMax() const {
-    return FromQt(txtMax_->currentText());
-}
-
-void frmMain::SetTxtMax(const std::string& text) {
-    txtMax_->setEditText(ToQt(text));
-}
-
-void frmMain::SetLabel6(const std::string& caption) {
-    labels_[6]->setText(ToQt(caption));
-}
-void frmMain::SetLabel3(const std::string& caption) {
-    labels_[3]->setText(ToQt(caption));
-}
-void frmMain::SetLabel4(const std::string& caption) {
-    labels_[4]->setText(ToQt(caption));
-}
-void frmMain::SetLabel5(const std::string& caption) {
-    labels_[5]->setText(ToQt(caption));
-}
-
-QLabel* frmMain::RowLabel(const std::array<QLabel*, kRowCount + 1>& row, int slot) const {
-    return slot >= 1 && slot <= kRowCount ? row[static_cast<std::size_t>(slot)] : nullptr;
-}
-
-void frmMain::SetRowStatus(int slot, const std::string& caption) {
-    if (QLabel* label = RowLabel(rows_.l, slot)) label->setText(ToQt(caption));
-}
-
-void frmMain::SetRowSize(int slot, const std::string& caption) {
-    if (QLabel* label = RowLabel(rows_.k, slot)) label->setText(ToQt(caption));
-}
-
-void frmMain::SetRowReceived(int slot, const std::string& caption) {
-    if (QLabel* label = RowLabel(rows_.k2, slot)) label->setText(ToQt(caption));
-}
-
 // Unloads the window (its unload asks nothing while the engine is stopping)
 // and shows it again reloaded from scratch; its first activation opens the
 // wizard again.
 void frmMain::ReloadWindow() {
-    if (engine_ && !engine_->ExitRequested()) return;
+    if (!engine_.ExitRequested()) return;
     hide();
     Form_Load();
     show();
 }
 
-void frmMain::EndProgram() {
-    if (OnEndProgram) OnEndProgram();
+// --- the state on the controls ---
+
+void frmMain::Render(StateChange change, int slot) {
+    switch (change) {
+        case StateChange::Text1:
+            // Only when it differs, so the caret stays where typing left it.
+            if (FromQt(text1_->text()) != state_.Text1()) text1_->setText(ToQt(state_.Text1()));
+            break;
+        case StateChange::Text1Enabled:
+            text1_->setEnabled(state_.Text1Enabled());
+            break;
+        case StateChange::Text1Focus:
+            text1_->setFocus();
+            break;
+        case StateChange::txtMax:
+            if (FromQt(txtMax_->currentText()) != state_.txtMax())
+                txtMax_->setEditText(ToQt(state_.txtMax()));
+            break;
+        case StateChange::Command1:
+            commands_[0]->setEnabled(state_.Command1Enabled());
+            break;
+        case StateChange::Command2:
+            commands_[1]->setEnabled(state_.Command2Enabled());
+            break;
+        case StateChange::mnupause:
+            mnupause_->setEnabled(state_.mnupauseEnabled());
+            break;
+        case StateChange::Captions:
+            labels_[3]->setText(ToQt(state_.Label3()));
+            labels_[4]->setText(ToQt(state_.Label4()));
+            labels_[5]->setText(ToQt(state_.Label5()));
+            labels_[6]->setText(ToQt(state_.Label6()));
+            break;
+        case StateChange::Row:
+            if (slot >= 1 && slot <= kSlotCount && rows_.l[static_cast<std::size_t>(slot)]) {
+                const RowTexts& row = state_.Row(slot);
+                rows_.l[static_cast<std::size_t>(slot)]->setText(ToQt(row.Status));
+                rows_.k[static_cast<std::size_t>(slot)]->setText(ToQt(row.Size));
+                rows_.k2[static_cast<std::size_t>(slot)]->setText(ToQt(row.Received));
+            }
+            break;
+    }
 }
 
-// --- WizardHost ---
-
-void frmMain::ConnectNowNow() {
-    if (engine_) engine_->ConnectNowNow();
-}
-
-bool frmMain::SetTmrOutInterval(int slot, long long ms) {
-    if (!engine_ || slot < 1 || slot > kRowCount || ms < 0 || ms > INT_MAX) return false;
-    engine_->SetTimeoutInterval(slot, static_cast<int>(ms));
-    return true;
-}
-
-long long frmMain::TmrOutInterval(int slot) const {
-    if (!engine_ || slot < 1 || slot > kRowCount) return 0;
-    return engine_->TimeoutInterval(slot);
-}
-
-void frmMain::ShowKeywordFilterDialog() {
-    if (ShowFilterDialog) ShowFilterDialog();
+void frmMain::RenderAll() {
+    for (StateChange change :
+         {StateChange::Text1, StateChange::Text1Enabled, StateChange::txtMax, StateChange::Command1,
+          StateChange::Command2, StateChange::mnupause, StateChange::Captions})
+        Render(change, 0);
+    for (int slot = 1; slot <= kSlotCount; ++slot) Render(StateChange::Row, slot);
 }
 
 }  // namespace vantorin

@@ -1,7 +1,8 @@
 // The main window: the site address, the queue, the 24 connection rows, the
-// counters, the menu and the buttons. It is the engine's view of the window
-// (WindowSeam) and the wizard's (WizardHost); the handlers are plain methods
-// that the widgets' signals call and tests call directly.
+// counters, the menu and the buttons. It renders the engine's CrawlState as it
+// changes and turns clicks and keys into engine verbs; it writes no engine
+// field or timer. The handlers are plain methods that the widgets' signals
+// call and tests call directly.
 #pragma once
 
 #include <QMainWindow>
@@ -9,12 +10,10 @@
 #include <functional>
 #include <string>
 
-#include "engine/WindowSeam.h"
+#include "engine/CrawlEngine.h"
 #include "output/CrawlVariables.h"
 #include "platform/Dialogs.h"
-#include "platform/FileSystem.h"
 #include "platform/ShellOpen.h"
-#include "setup/WizardHost.h"
 #include "ui/ListBoxModel.h"
 #include "ui/MainLayout.h"
 
@@ -24,23 +23,17 @@ class QFrame;
 class QLabel;
 class QLineEdit;
 class QListView;
-class QMenu;
 class QPushButton;
 
 namespace vantorin {
 
-class CrawlEngine;
-
-inline constexpr int kRowCount = 24;
-
-class frmMain : public QMainWindow, public WindowSeam, public WizardHost {
+class frmMain : public QMainWindow {
 public:
-    frmMain(CrawlVariables& vars, FileSystem& fs, Dialogs& dialogs, ShellOpen& shell,
+    // Tells the engine to report its outcomes here: a confirmed stop reloads
+    // the window, the exit ends the program through OnEndProgram.
+    frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, ShellOpen& shell,
             QWidget* parent = nullptr);
     ~frmMain() override;
-
-    // The engine is made after the window (it needs the window) and attached here.
-    void AttachEngine(CrawlEngine& engine);
 
     // Set by the application: show the New Site Wizard modally; show the
     // keyword filter dialog without waiting; end the program.
@@ -67,35 +60,8 @@ public:
     void mnuabout_Click();
     void List1_DblClick();
     void Text1_GotFocus();
-
-    // --- WindowSeam ---
-    StringList& List1() override { return list1Model_; }
-    StringList& List2() override { return list2Model_; }
-    std::string Text1() const override;
-    void SetText1(const std::string& text) override;
-    void SetText1Enabled(bool enabled) override;
-    void FocusText1() override;
-    bool Command1Enabled() const override;
-    void SetCommand1Enabled(bool enabled) override;
-    void SetCommand2Enabled(bool enabled) override;
-    void SetPauseEnabled(bool enabled) override;
-    std::string TxtMax() const override;
-    void SetTxtMax(const std::string& text) override;
-    void SetLabel6(const std::string& caption) override;
-    void SetLabel3(const std::string& caption) override;
-    void SetLabel4(const std::string& caption) override;
-    void SetLabel5(const std::string& caption) override;
-    void SetRowStatus(int slot, const std::string& caption) override;
-    void SetRowSize(int slot, const std::string& caption) override;
-    void SetRowReceived(int slot, const std::string& caption) override;
-    void ReloadWindow() override;
-    void EndProgram() override;
-
-    // --- WizardHost (SetText1 above serves both) ---
-    void ConnectNowNow() override;
-    bool SetTmrOutInterval(int slot, long long ms) override;
-    long long TmrOutInterval(int slot) const override;
-    void ShowKeywordFilterDialog() override;
+    // AskStop's reload: unload (asking nothing while stopping) and show again.
+    void ReloadWindow();
 
     // --- the controls, for the application and the tests ---
     QLineEdit* text1() const { return text1_; }
@@ -121,7 +87,7 @@ protected:
 
 private:
     struct Rows {
-        std::array<QLabel*, kRowCount + 1> l{}, x{}, k{}, k2{};
+        std::array<QLabel*, kSlotCount + 1> l{}, x{}, k{}, k2{};
     };
 
     void BuildControls();
@@ -131,14 +97,16 @@ private:
     void ApplyLayout();
     void Place(QWidget* widget, const TwipRect& rect) const;
     QLabel* MakeLabel(QWidget* parent, const char* name, const char* caption);
-    QLabel* RowLabel(const std::array<QLabel*, kRowCount + 1>& row, int slot) const;
     void ShowWizard();
+    // The state drawn on the controls: one part as it changes, or all of it.
+    void Render(StateChange change, int slot);
+    void RenderAll();
 
+    CrawlEngine& engine_;
+    CrawlState& state_;
     CrawlVariables& vars_;
-    FileSystem& fs_;
     Dialogs& dialogs_;
     ShellOpen& shell_;
-    CrawlEngine* engine_ = nullptr;
     MainLayout layout_;
     bool wizardOpen_ = false;
 

@@ -20,7 +20,7 @@ TEST_F(EngineTest, StartCleansTheAddress) {
     for (const auto& [typed, text1, siteHost] : cases) {
         engine.StopNOW();
         Start(typed);
-        EXPECT_EQ(window.text1, text1) << typed;
+        EXPECT_EQ(state.Text1(), text1) << typed;
         EXPECT_EQ(vars.SiteHost, siteHost) << typed;
     }
 }
@@ -28,20 +28,20 @@ TEST_F(EngineTest, StartCleansTheAddress) {
 TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     engine.ConnectNext("www.a.test/y");  // no crawl running: nothing starts
     EXPECT_TRUE(sock(1).connects.empty());
-    engine.TotalBytes = engine.FilesDone = 5;
+    state.TotalBytes = state.FilesDone = 5;
     Start("www.a.test");  // slot 1 busy with the start page, which skips the queue
-    EXPECT_EQ(engine.TotalBytes + engine.FilesDone, 0);
+    EXPECT_EQ(state.TotalBytes + state.FilesDone, 0);
     for (const char* item : {"www.a.test/1", "www.a.test/2", "www.a.test/3"})
-        window.list1.AddItem(item);
-    window.txtMax = "2";
+        state.List1.AddItem(item);
+    state.SetTxtMax("2");
     for (int tick = 0; tick < 2; ++tick) engine.tmrMove_Timer();
     // Slots 1-2 busy: the queue waits, though slot 3 is closed.
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/3");
-    EXPECT_EQ(window.list1.ListCount(), 2);
+    EXPECT_EQ(state.List1.ListCount(), 2);
     sock(2).Close();  // a socket that closes frees its slot on the next tick
     engine.tmrMove_Timer();
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/2");
-    window.txtMax = "2.5";  // rounded half to even: slot 3 stays above N
+    state.SetTxtMax("2.5");  // rounded half to even: slot 3 stays above N
     EXPECT_EQ(engine.FindFreeSlot(), 0);
 }
 
@@ -82,9 +82,9 @@ TEST_F(EngineTest, ShapesAndRefusesRequests) {
 TEST_F(EngineTest, TypedConnectionsCountRefusedFrom24UpWithNoLowerBound) {
     for (const auto& [typed, refused] : {std::pair{"23", false}, std::pair{"-3", false},
                                          std::pair{"24", true}, std::pair{"abc", true}}) {
-        window.txtMax = typed;
+        state.SetTxtMax(typed);
         engine.txtMax_Change();
-        EXPECT_EQ(window.txtMax, refused ? "4" : typed) << typed;
+        EXPECT_EQ(state.txtMax(), refused ? "4" : typed) << typed;
     }
     EXPECT_EQ(dialogs.asked.size(), 2u);
 }
@@ -111,11 +111,11 @@ TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
 TEST_F(EngineTest, JobAboveTheConnectionsCountStillEnds) {
     Start("www.a.test/p.htm");
     sock(1).Accept();
-    window.txtMax = "0";  // its row is reset on every chunk
+    state.SetTxtMax("0");  // its row is reset on every chunk
     sock(1).Receive("HTTP/1.0 200 OK\r\n\r\npage");
-    EXPECT_EQ(window.status[1] + window.received[1], "Not Connected.-");
+    EXPECT_EQ(state.Row(1).Status + state.Row(1).Received, "Not Connected.-");
     sock(1).Receive("", true);
-    EXPECT_EQ(engine.FilesDone, 1);
+    EXPECT_EQ(state.FilesDone, 1);
 }
 
 TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
@@ -126,7 +126,7 @@ TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
         Start("www.b.test/y.htm");  // the same slot is reused at once
     };
     sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
-    EXPECT_EQ(engine.FilesDone, 0);
+    EXPECT_EQ(state.FilesDone, 0);
     EXPECT_EQ(engine.Slot(1).Response, "");
     EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
 }
@@ -143,10 +143,10 @@ TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
     for (const auto& [total, received, totalAfter, receivedAfter] : cases) {
         Start("www.a.test/x.htm");
         sock(1).Accept();
-        engine.TotalBytes = total;
+        state.TotalBytes = total;
         engine.Slot(1).BytesReceived = received;
         sock(1).Receive("abcd");
-        EXPECT_EQ(engine.TotalBytes, totalAfter) << total;
+        EXPECT_EQ(state.TotalBytes, totalAfter) << total;
         EXPECT_EQ(engine.Slot(1).BytesReceived, receivedAfter) << received;
         EXPECT_EQ(engine.Slot(1).Response, "abcd");  // only the counters stop
         engine.StopNOW();
@@ -156,23 +156,23 @@ TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
 TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     dialogs.answers = {kAnswerYes};
     Start("www.a.test/slow.htm");
-    window.list1.AddItem("www.a.test/next.htm");
+    state.List1.AddItem("www.a.test/next.htm");
     for (int i = 0; i < 3; ++i) out(1).Fire();  // two more attempts, then given up
     EXPECT_EQ(sock(1).connects.size(), 3u);
-    EXPECT_FALSE(window.command1);
-    window.list1.Clear();
+    EXPECT_FALSE(state.Command1Enabled());
+    state.List1.Clear();
     out(1).Fire();
-    EXPECT_EQ(window.label6, "Website Downloaded!");
+    EXPECT_EQ(state.Label6(), "Website Downloaded!");
     EXPECT_EQ(shell.folders, std::vector<std::string>{vars.TargetFolder});
 }
 
 TEST_F(EngineTest, StopTearsEveryJobDown) {
     Start("www.a.test/x.htm");
-    window.list1.AddItem("www.a.test/q.htm");
+    state.List1.AddItem("www.a.test/q.htm");
     dialogs.answers = {kAnswerYes};
     engine.AskStop();
     EXPECT_FALSE(move().enabled);
-    EXPECT_EQ(window.list1.ListCount(), 0);
+    EXPECT_EQ(state.List1.ListCount(), 0);
     for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
     EXPECT_EQ(engine.Slot(1).Url, "");
 }

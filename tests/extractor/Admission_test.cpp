@@ -106,7 +106,7 @@ TEST(AdmitLink, HostileLinksAndPagesChangeNothingOutsideTheTargetFolder) {
         page += "<a href='" + link + "'>";
     }
     std::string base = "http://site.com/";
-    VectorList fromPage;
+    StringList fromPage;
     ExtractLinks(page, fromPage, base, f.notTaken, f.m);
     EXPECT_FALSE(fromPage.Items().empty());
     EXPECT_EQ(f.OutsideTarget(), before);

@@ -29,7 +29,7 @@ std::string SchemeName(const std::string& link) {
 
 // The only rules that write "://" are the ones that give "http:/" and
 // "http:\" their slashes back, so any other scheme in a list is a fault.
-void CheckNoScheme(const VectorList& list, const char* what) {
+void CheckNoScheme(const StringList& list, const char* what) {
     for (const std::string& item : list.Items()) {
         const std::string name = SchemeName(item);
         Check(name.empty() || Right(name, 4) == "http", what);
@@ -52,7 +52,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     int yields = 0;
     scratch.m.yield = [&yields] { ++yields; };
-    VectorList queue, notTaken;
+    StringList queue, notTaken;
     std::string text = page;
     ExtractLinks(text, queue, base, notTaken, scratch.m);
 

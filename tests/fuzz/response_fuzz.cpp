@@ -14,79 +14,14 @@
 #include "platform/Text.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/fuzz/ScratchMirror.h"
+#include "tests/support/EngineFakes.h"
+#include "tests/support/ScriptedDialogs.h"
 
 using namespace vantorin;
 using vantorin::fuzz::Check;
+using vantorin::testing::FakeSocket;
 
 namespace {
-
-class ChunkSocket : public Socket {
-public:
-    void Connect(const std::string&, int) override { state = kSockConnecting; }
-    void Send(const std::string&) override {}
-    void Close() override {
-        state = kSockClosed;
-        unread.clear();
-    }
-    std::string ReadAll() override { return std::exchange(unread, std::string()); }
-    int State() const override { return state; }
-
-    int state = kSockClosed;
-    std::string unread;
-};
-
-class IdleTimer : public Timer {
-public:
-    void SetInterval(int ms) override { interval = ms; }
-    int Interval() const override { return interval; }
-    void SetEnabled(bool on) override { enabled = on; }
-    bool Enabled() const override { return enabled; }
-
-    int interval = 0;
-    bool enabled = false;
-};
-
-class QuietWindow : public WindowSeam {
-public:
-    StringList& List1() override { return list1; }
-    StringList& List2() override { return list2; }
-    std::string Text1() const override { return {}; }
-    void SetText1(const std::string&) override {}
-    void SetText1Enabled(bool) override {}
-    void FocusText1() override {}
-    bool Command1Enabled() const override { return false; }
-    void SetCommand1Enabled(bool) override {}
-    void SetCommand2Enabled(bool) override {}
-    void SetPauseEnabled(bool) override {}
-    std::string TxtMax() const override { return "4"; }
-    void SetTxtMax(const std::string&) override {}
-    void SetLabel6(const std::string&) override {}
-    void SetLabel3(const std::string&) override {}
-    void SetLabel4(const std::string&) override {}
-    void SetLabel5(const std::string&) override {}
-    void SetRowStatus(int, const std::string&) override {}
-    void SetRowSize(int, const std::string&) override {}
-    void SetRowReceived(int, const std::string&) override {}
-    void ReloadWindow() override {}
-    void EndProgram() override {}
-
-    VectorList list1, list2;
-};
-
-class NoDialogs : public Dialogs {
-public:
-    int MsgBox(const std::string&, const std::string&, int) override { return kAnswerNo; }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        return std::nullopt;
-    }
-};
-
-class NoShell : public ShellOpen {
-public:
-    void OpenFolder(const std::string&) override {}
-    void OpenAddress(const std::string&) override {}
-};
 
 constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
 
@@ -118,19 +53,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int slot = 1 + input.Byte() % kSlotCount;
     const std::uint8_t flags = input.Byte();
 
-    QuietWindow window;
-    NoDialogs dialogs;
-    NoShell shell;
-    ChunkSocket* sock = nullptr;
-    int made = 0;
-    CrawlEngine engine(
-        window, dialogs, shell, scratch.vars, scratch.fs, PageTextReader(), [] {},
-        [&]() -> std::unique_ptr<Socket> {
-            auto s = std::make_unique<ChunkSocket>();
-            if (++made == slot) sock = s.get();
-            return s;
-        },
-        [] { return std::make_unique<IdleTimer>(); });
+    testing::ScriptedDialogs dialogs;
+    testing::RecordingShell shell;
+    std::vector<FakeSocket*> sockets;
+    std::vector<testing::FakeTimer*> timers;
+    CrawlEngine engine(scratch.vars, scratch.fs,
+                       {dialogs, shell, PageTextReader(), [] {}, testing::RecordingSockets(sockets),
+                        testing::RecordingTimers(timers)});
+    CrawlState& state = engine.State();
+    state.SetCommand1Enabled(false);  // a crawl is running
+    FakeSocket* sock = sockets[static_cast<std::size_t>(slot - 1)];
 
     ConnectionSlot& s = engine.Slot(slot);
     s.Host = "site.com";
@@ -141,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (flags & 1) {
         // Counters near the 32-bit limit, so the skipped add is reached.
         s.BytesReceived = kMax - input.Byte() * 64;
-        engine.TotalBytes = kMax - input.Byte() * 64;
+        state.TotalBytes = kMax - input.Byte() * 64;
     }
 
     std::string fed;
@@ -150,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::size_t length = high << 8 | input.Byte();
         const std::string chunk = input.Bytes(length);
         const bool closes = (flags & 2) && input.AtEnd();
-        const std::int32_t received = s.BytesReceived, total = engine.TotalBytes;
+        const std::int32_t received = s.BytesReceived, total = state.TotalBytes;
         const std::int32_t length0 = s.ContentLength;
 
         sock->unread = chunk;
@@ -159,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fed += chunk;
 
         Check(s.BytesReceived == Added(received, chunk.size()), "the slot counts what it got");
-        Check(engine.TotalBytes == Added(total, chunk.size()), "the total counts what came");
+        Check(state.TotalBytes == Added(total, chunk.size()), "the total counts what came");
         if (!Contains(chunk, "Content-Length:")) {
             Check(s.ContentLength == length0, "the expected size changes only when named");
         } else if (auto expected = WellFormedLength(chunk)) {
@@ -167,11 +99,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         if (closes) {
             Check(sock->state == kSockClosed, "a finished job frees its slot");
-            Check(engine.FilesDone == (LowerTrim(fed) == "cancel" ? 0 : 1),
+            Check(state.FilesDone == (LowerTrim(fed) == "cancel" ? 0 : 1),
                   "a finished job is saved once");
         } else {
             Check(s.Response == fed, "the response holds every byte until the close");
-            Check(engine.FilesDone == 0, "nothing is saved before the close");
+            Check(state.FilesDone == 0, "nothing is saved before the close");
         }
     }
     scratch.CheckNothingOutside();

@@ -21,7 +21,7 @@ TEST(SettingsPersistence, ASecondWizardShowsWhatTheFirstStored) {
     {
         QtSettingsStore store;
         SetupServices services{w.vars, w.fs, store, w.dialogs};
-        frmNew first(services, w.host);
+        frmNew first(services, w.engine, w.showFilters);
         first.txtURL->setText(QString::fromLatin1(url.data(), static_cast<qsizetype>(url.size())));
         first.txtDir->setText((w.dir.Backslashed() + "site").c_str());
         first.List2->setEditText(" 20 ");
@@ -30,7 +30,7 @@ TEST(SettingsPersistence, ASecondWizardShowsWhatTheFirstStored) {
     EXPECT_TRUE(testing::NativeExists(config.Native() + "/Vantorin/Vantorin.conf"));
     QtSettingsStore again;
     SetupServices later{w.vars, w.fs, again, w.dialogs};
-    frmNew second(later, w.host);
+    frmNew second(later, w.engine, w.showFilters);
     EXPECT_EQ(second.txtURL->text().toLatin1().toStdString(), url);
     EXPECT_EQ(second.txtDir->text().toStdString(), w.dir.Backslashed() + "site");
     EXPECT_EQ(second.List2->currentText(), "20");

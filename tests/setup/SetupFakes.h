@@ -1,5 +1,6 @@
 // Recording fakes for the setup dialogs' seams, and one world per test: a temp
-// folder with a program folder inside it, the crawl variables and the seams.
+// folder with a program folder inside it, the crawl variables, the seams and
+// an engine over fake sockets and timers.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,12 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "engine/CrawlEngine.h"
 #include "output/CrawlVariables.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
 #include "platform/SettingsStore.h"
 #include "setup/SetupServices.h"
-#include "setup/WizardHost.h"
+#include "tests/support/EngineFakes.h"
 #include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TempDir.h"
 
@@ -33,26 +35,6 @@ public:
     std::map<std::string, std::string> values;
 };
 
-class FakeWizardHost : public WizardHost {
-public:
-    FakeWizardHost() { intervals.fill(777); }
-    void SetText1(const std::string& text) override { calls.push_back("SetText1 " + text); }
-    void ConnectNowNow() override { calls.push_back("ConnectNowNow"); }
-    bool SetTmrOutInterval(int slot, long long ms) override {
-        if (slot >= refuseFrom) return false;
-        intervals[static_cast<std::size_t>(slot)] = ms;
-        return true;
-    }
-    long long TmrOutInterval(int slot) const override {
-        return intervals[static_cast<std::size_t>(slot)];
-    }
-    void ShowKeywordFilterDialog() override { calls.push_back("ShowKeywordFilterDialog"); }
-
-    std::vector<std::string> calls;
-    std::array<long long, 25> intervals{};
-    int refuseFrom = 25;
-};
-
 struct SetupWorld {
     SetupWorld() { std::filesystem::create_directories(dir.NativePath("prog")); }
 
@@ -62,7 +44,15 @@ struct SetupWorld {
     MemorySettings settings;
     ScriptedDialogs dialogs;
     SetupServices services{vars, fs, settings, dialogs};
-    FakeWizardHost host;
+    RecordingShell shell;
+    std::vector<FakeSocket*> sockets;
+    std::vector<FakeTimer*> timers;
+    CrawlEngine engine{vars,
+                       fs,
+                       {dialogs, shell, PageTextReader(), Yield(), RecordingSockets(sockets),
+                        RecordingTimers(timers)}};
+    int filterDialogs = 0;
+    std::function<void()> showFilters = [this] { ++filterDialogs; };
 };
 
 }  // namespace vantorin::testing

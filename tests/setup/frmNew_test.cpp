@@ -29,7 +29,7 @@ std::string TypesFile(const testing::SetupWorld& w) {
 TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
     for (const bool download : {true, false}) {
         testing::SetupWorld w;
-        frmNew form(w.services, w.host);
+        frmNew form(w.services, w.engine, w.showFilters);
         EXPECT_EQ(TypesFile(w), kDefaultsFile);
         EXPECT_EQ(w.settings.values["LastURL"], "http://");  // what was read is written back
         EXPECT_EQ(form.List2->currentText(), "15");
@@ -41,11 +41,11 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
         EXPECT_EQ(w.vars.TargetFolder, w.dir.Backslashed() + "site\\deeper\\");
         EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")));
         EXPECT_FALSE(testing::NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
-        const Strings started{"SetText1 http://site.test/", "ConnectNowNow"};
-        EXPECT_EQ(w.host.calls, download ? started : Strings{});
+        EXPECT_EQ(w.engine.Running(), download);
+        EXPECT_EQ(w.engine.State().Text1(), download ? "www.site.test/" : "");
         // The first run shows the defaults twice, and saves what it shows.
         EXPECT_EQ(TypesFile(w), kDefaultsFile + kDefaultsFile);
-        EXPECT_EQ(w.host.TmrOutInterval(24), 20000);
+        EXPECT_EQ(w.engine.TimeoutInterval(24), 20000);
         EXPECT_EQ(w.dialogs.asked, Strings{});
     }
 }
@@ -55,7 +55,7 @@ TEST(Wizard, AnUnwritableFolderShowsEror_ForDownloadAndClose) {
     // is one that cannot exist: below a plain file.
     testing::SetupWorld w;
     testing::WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
-    frmNew form(w.services, w.host);
+    frmNew form(w.services, w.engine, w.showFilters);
     form.show();
     const std::string typesBefore = TypesFile(w);
     w.dialogs.inputs.push_back(".new");
@@ -67,39 +67,35 @@ TEST(Wizard, AnUnwritableFolderShowsEror_ForDownloadAndClose) {
         "Eror 16: That is an invalid directory. Check it has no invalid characters.";
     EXPECT_EQ(w.dialogs.asked, (Strings{eror, eror}));
     EXPECT_TRUE(form.isVisible());
-    EXPECT_TRUE(w.host.calls.empty());
+    EXPECT_FALSE(w.engine.Running());
     EXPECT_EQ(TypesFile(w), typesBefore);
 }
 
 TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
     struct Case {
         const char* text;
-        long long ms;  // 777: left unchanged
-        int refuseFrom;
+        int ms;  // 20000: left as it was
     };
-    // "  7.5 " is stored trimmed; with "45" the host refuses from slot 10, and
-    // the first refusal ends the loop.
+    // "  7.5 " is stored trimmed; a value no timer can hold changes none.
     const Case cases[] = {
-        {"12", 12000, 25}, {"abc", 0, 25}, {"", 777, 25}, {"  7.5 ", 7500, 25}, {"45", 45000, 10}};
+        {"12", 12000}, {"abc", 0}, {"", 20000}, {"  7.5 ", 7500}, {"3000000", 20000}};
     for (const auto& c : cases) {
         for (const bool frame : {true, false}) {
             testing::SetupWorld w;
-            w.host.refuseFrom = c.refuseFrom;
-            frmNew form(w.services, w.host);
+            frmNew form(w.services, w.engine, w.showFilters);
             form.show();
             form.List2->setEditText(c.text);
             frame ? (void)form.close() : form.reject();
             EXPECT_EQ(w.settings.values["Timeout"], QString(c.text).trimmed().toStdString());
-            EXPECT_EQ(w.host.TmrOutInterval(1), c.ms) << c.text << frame;
-            EXPECT_EQ(w.host.TmrOutInterval(std::min(24, c.refuseFrom - 1)), c.ms) << c.text;
-            EXPECT_EQ(w.host.TmrOutInterval(24), c.refuseFrom > 24 ? c.ms : 777) << c.text;
+            EXPECT_EQ(w.engine.TimeoutInterval(1), c.ms) << c.text << frame;
+            EXPECT_EQ(w.engine.TimeoutInterval(24), c.ms) << c.text << frame;
         }
     }
 }
 
 TEST(Wizard, FileTypesButtons) {
     testing::SetupWorld w;
-    frmNew form(w.services, w.host);
+    frmNew form(w.services, w.engine, w.showFilters);
     w.dialogs.inputs = {"HTML", "  .Jpeg  ", ".abcd", ".htm", "abcde", "   ", std::nullopt};
     for (int i = 0; i < 7; ++i) form.Command3_Click();
     Strings added;
@@ -133,7 +129,7 @@ TEST(Wizard, FileTypesButtons) {
 
 TEST(Wizard, OptionsGrowsAndShrinksAboutTheCentre) {
     testing::SetupWorld w;
-    frmNew form(w.services, w.host);
+    frmNew form(w.services, w.engine, w.showFilters);
     form.move(400, 100);
     const double dpi = form.logicalDpiX();
     for (int click = 1; click <= 2; ++click) {
@@ -149,7 +145,7 @@ TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolderAndFiltersOpensTheFilters)
     std::filesystem::create_directories(w.dir.NativePath("sites/Beta"));
     const std::string beta = w.dir.Backslashed() + "sites\\Beta\\";
     w.settings.values["InDir"] = w.dir.Backslashed() + "sites";
-    frmNew form(w.services, w.host);
+    frmNew form(w.services, w.engine, w.showFilters);
     QTimer::singleShot(0, [] {
         auto* chooser = dynamic_cast<zDir*>(QApplication::activeModalWidget());
         ASSERT_NE(chooser, nullptr);
@@ -165,7 +161,7 @@ TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolderAndFiltersOpensTheFilters)
     EXPECT_EQ(form.txtDir->text().toStdString(), beta);
 
     form.Command8_Click();
-    EXPECT_EQ(w.host.calls, Strings{"ShowKeywordFilterDialog"});
+    EXPECT_EQ(w.filterDialogs, 1);
 }
 
 }  // namespace

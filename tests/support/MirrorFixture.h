@@ -27,8 +27,8 @@ struct MirrorFixture {
                  return VisiblePageText(FileSystem::ToNative(path).string());
              },
              {}};
-    VectorList queue;
-    VectorList notTaken;
+    StringList queue;
+    StringList notTaken;
 
     MirrorFixture() {
         vars.TargetFolder = tmp.Backslashed() + "up\\mirror\\";

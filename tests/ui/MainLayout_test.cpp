@@ -1,5 +1,7 @@
 #include "ui/MainLayout.h"
 
+#include "platform/gui/Twips.h"
+
 #include <gtest/gtest.h>
 
 namespace vantorin {

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "engine/CrawlEngine.h"
-#include "tests/engine/EngineDoubles.h"
+#include "tests/support/EngineFakes.h"
+#include "tests/support/ScriptedDialogs.h"
 #include "tests/support/TempDir.h"
 #include "ui/frmMain.h"
 
@@ -17,10 +18,11 @@ class UiTest : public ::testing::Test {
 protected:
     UiTest()
         : fs(vars.TargetFolder, dir.Backslashed()),
-          window(vars, fs, dialogs, shell),
-          engine(window, dialogs, shell, vars, fs, PageTextReader(), Yield(),
-                 RecordingSockets(sockets), RecordingTimers(timers)) {
-        window.AttachEngine(engine);
+          engine(vars, fs,
+                 {dialogs, shell, PageTextReader(), Yield(), RecordingSockets(sockets),
+                  RecordingTimers(timers)}),
+          state(engine.State()),
+          window(engine, vars, dialogs, shell) {
         window.ShowNewSiteWizard = [this] { ++wizards; };
         window.ShowFilterDialog = [this] { ++filterDialogs; };
         window.OnEndProgram = [this] { ++ends; };
@@ -31,10 +33,11 @@ protected:
     FileSystem fs;
     ScriptedDialogs dialogs;
     RecordingShell shell;
-    frmMain window;
     std::vector<FakeSocket*> sockets;
     std::vector<FakeTimer*> timers;  // 24 timeout timers, then tmrMove
     CrawlEngine engine;
+    CrawlState& state;
+    frmMain window;
     int wizards = 0, filterDialogs = 0, ends = 0;
 };
 

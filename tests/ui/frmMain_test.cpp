@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "platform/Text.h"
 #include "tests/ui/UiFixture.h"
 
 namespace vantorin::testing {
@@ -54,7 +55,7 @@ TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
                                   "mnupause=Pause Download", "-", "mnuexplore=&Explore...", "-",
                                   "mnupref=&Preferences...", "mnuhelp=&Help", "mnuabout=&About"}));
 
-    for (int i = 1; i <= kRowCount; ++i) {
+    for (int i = 1; i <= kSlotCount; ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(Caption(window.l(i)), "Not Connected.");
         EXPECT_EQ(Caption(window.x(i)), std::to_string(i));
@@ -63,7 +64,7 @@ TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
         EXPECT_EQ(window.l(i)->y(), window.l(i - 1)->y() + window.l(i - 1)->height());
         EXPECT_EQ(window.txtMax()->itemText(i - 1).toStdString(), std::to_string(i));
     }
-    EXPECT_EQ(window.TxtMax(), "4");
+    EXPECT_EQ(window.txtMax()->currentText().toStdString(), "4");
     // A status text long enough to reach the "Data In" column ends under it.
     const QPoint underDataIn(window.picture(3)->x() + 3, window.l(1)->y() + 2);
     EXPECT_EQ(window.picture(1)->childAt(underDataIn), window.picture(3));
@@ -76,9 +77,9 @@ TEST_F(UiTest, QueueDoubleClickOpensTheEntryAsAnAddress) {
         {"https://x.com/", "http://https://x.com/"},
     };
     for (const auto& [entry, address] : cases) {
-        window.List1().AddItem(entry);
+        state.List1.AddItem(entry);
         window.list1()->setCurrentIndex(
-            window.list1()->model()->index(window.List1().ListCount() - 1, 0));
+            window.list1()->model()->index(state.List1.ListCount() - 1, 0));
         window.List1_DblClick();
         EXPECT_EQ(shell.addresses.back(), address);
     }
@@ -110,60 +111,61 @@ TEST_F(UiTest, EnterStartsAndStopOrANewSiteAskFirst) {
     window.mnupref_Click();
     EXPECT_EQ(wizards, 2);
     Type(window.text1(), Qt::Key_A, QStringLiteral("a"));  // not Enter: nothing starts
-    EXPECT_TRUE(window.Command1Enabled());
-    window.SetText1("example.com");
+    EXPECT_TRUE(window.command(1)->isEnabled());
+    window.text1()->setText("example.com");
+    emit window.text1()->textEdited("example.com");
     Type(window.text1(), Qt::Key_Return, QStringLiteral("\r"));
-    EXPECT_FALSE(window.Command1Enabled());
+    EXPECT_FALSE(window.command(1)->isEnabled());
     EXPECT_EQ(Caption(window.l(1)), "Connecting to www.example.com");
 
     dialogs.answers = {kAnswerNo, kAnswerNo};  // Stop, then New Site, answered No
     window.command(2)->click();
     window.mnunew_Click();
     EXPECT_EQ(wizards, 2);
-    EXPECT_FALSE(window.Command1Enabled());
+    EXPECT_FALSE(window.command(1)->isEnabled());
     dialogs.answers = {kAnswerYes};  // stopped and reloaded: the wizard follows
     window.mnupref_Click();
     EXPECT_EQ(wizards, 3);
     EXPECT_EQ(dialogs.asked.size(), 3u);
     EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
-    EXPECT_TRUE(window.Command1Enabled());
+    EXPECT_TRUE(window.command(1)->isEnabled());
     EXPECT_EQ(ends, 0);
     window.hide();
 }
 
 TEST_F(UiTest, ConnectionsCountTypedAndChosen) {
     Type(window.txtMax()->lineEdit(), Qt::Key_Backspace, {});  // emptied: refused
-    EXPECT_EQ(window.TxtMax(), "4");
+    EXPECT_EQ(window.txtMax()->currentText().toStdString(), "4");
     ASSERT_EQ(dialogs.asked.size(), 1u);
     EXPECT_EQ(dialogs.asked[0], "Try Again 16: Must be a number of connections from 1 to 24");
 
-    window.SetRowStatus(5, "Downloading www.a.com/x");
-    window.SetRowReceived(5, "1.95 KB");
+    state.SetRowStatus(5, "Downloading www.a.com/x");
+    state.SetRowReceived(5, "1.95 KB");
     window.txtMax()->setCurrentIndex(1);
     emit window.txtMax()->activated(1);  // "2" chosen from the list
-    EXPECT_EQ(window.TxtMax(), "2");
+    EXPECT_EQ(state.txtMax(), "2");
     EXPECT_EQ(Caption(window.l(5)), "Not Connected.");
     EXPECT_EQ(Caption(window.k2(5)), "-");
 }
 
 TEST_F(UiTest, ActivationShowsTheWizardOnceAndReloadStartsOverFromTheDesign) {
-    engine.Stopping = true;
+    state.Stopping = true;
     window.Form_Activate();
     window.Form_Activate();
     EXPECT_EQ(wizards, 1);
-    EXPECT_FALSE(engine.Stopping);
+    EXPECT_FALSE(state.Stopping);
 
-    window.List1().AddItem("www.a.com/1");
-    window.SetTxtMax("9");
+    state.List1.AddItem("www.a.com/1");
+    state.SetTxtMax("9");
     engine.tmrOut(2).SetInterval(5000);
-    engine.TotalBytes = 77;
-    engine.Stopping = true;
+    state.TotalBytes = 77;
+    state.Stopping = true;
     window.ReloadWindow();
     EXPECT_TRUE(dialogs.asked.empty());  // the unload asks nothing while stopping
-    EXPECT_EQ(window.List1().ListCount(), 0);
-    EXPECT_EQ(window.TxtMax(), "4");
+    EXPECT_EQ(window.list1()->model()->rowCount(), 0);
+    EXPECT_EQ(window.txtMax()->currentText().toStdString(), "4");
     EXPECT_EQ(engine.tmrOut(2).Interval(), kDefaultTimeoutMs);
-    EXPECT_EQ(engine.TotalBytes, 0);
+    EXPECT_EQ(state.TotalBytes, 0);
     window.Form_Activate();
     EXPECT_EQ(wizards, 2);
     window.hide();
@@ -187,14 +189,6 @@ TEST_F(UiTest, PauseStopsTheTickUntilThePauseDialogClosesAnyWay) {
         EXPECT_FALSE(tickDuringPause) << way;
         EXPECT_TRUE(tick.Enabled()) << way;
     }
-}
-
-TEST_F(UiTest, WizardHostSetsTheTimeoutTimersWithinWhatTheyHold) {
-    EXPECT_TRUE(window.SetTmrOutInterval(24, 0));
-    EXPECT_EQ(engine.tmrOut(24).Interval(), 0);
-    EXPECT_FALSE(window.SetTmrOutInterval(2, -1));
-    EXPECT_FALSE(window.SetTmrOutInterval(2, 1LL << 40));
-    EXPECT_EQ(window.TmrOutInterval(2), kDefaultTimeoutMs);
 }
 
 }  // namespace

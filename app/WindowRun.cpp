@@ -1,0 +1,32 @@
+// The window's start, built as a module of its own that the program loads only
+// when it opens its window: the command line never loads a widget library.
+#include <QApplication>
+#include <QtGlobal>
+
+#include "app/ProgramParts.h"
+#include "platform/gui/QtDialogs.h"
+#include "platform/gui/QtShellOpen.h"
+#include "setup/frmNew.h"
+#include "setup/zFilter.h"
+#include "ui/frmMain.h"
+
+extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
+    using namespace vantorin;
+    QApplication app(argc, argv);
+    // The program ends when the window's unload says so, not when it hides to reload.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QtDialogs dialogs;
+    QtShellOpen shell;
+    ProgramParts parts(dialogs, shell);
+    frmMain window(parts.engine, parts.vars, dialogs, shell);
+    const auto showFilters = [&] { zFilter::ShowModeless(parts.services, &window); };
+    window.ShowNewSiteWizard = [&] {
+        frmNew::ShowModal(parts.services, parts.engine, showFilters, &window);
+    };
+    window.ShowFilterDialog = showFilters;
+    window.OnEndProgram = [] { QCoreApplication::quit(); };
+
+    window.show();
+    return QApplication::exec();
+}

@@ -5,6 +5,9 @@
 namespace vantorin {
 
 QtTimer::QtTimer() : timer_(std::make_unique<QTimer>()) {
+    // Qt's default coarse timers may fire up to 5 % early; a timeout must
+    // measure a full interval of silence.
+    timer_->setTimerType(Qt::PreciseTimer);
     QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this] {
         if (firing_ || !onTimer) return;
         firing_ = true;

@@ -4,7 +4,10 @@
 
 #include "tests/platform/QtTestApp.h"
 
+#include <QElapsedTimer>
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 namespace vantorin::testing {
 namespace {
@@ -35,13 +38,33 @@ TEST_F(QtTimerTest, ZeroIntervalNeverFiresAndADisabledTimerIsSilent) {
 }
 
 TEST_F(QtTimerTest, DisableThenEnableRestartsTheCount) {
-    timer.SetInterval(1000);
+    timer.SetInterval(200);
     timer.SetEnabled(true);
-    Pump(600);
+    Pump(120);
     timer.SetEnabled(false);
     timer.SetEnabled(true);
-    Pump(600);  // 1200 ms since the first start, 600 since the restart
+    Pump(120);  // 240 ms since the first start, 120 since the restart
     EXPECT_EQ(ticks, 0);
+}
+
+// A slot's timeout runs after a full interval of silence: a tick that came
+// early would turn a slow answer into a retry.
+TEST(QtTimerTiming, NoTickBeforeAFullInterval) {
+    std::vector<std::unique_ptr<QtTimer>> timers;
+    std::vector<qint64> firstTick;
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 24; ++i) {
+        auto& timer = timers.emplace_back(std::make_unique<QtTimer>());
+        firstTick.push_back(-1);
+        timer->onTimer = [&, i] {
+            if (firstTick[i] < 0) firstTick[i] = clock.elapsed();
+        };
+        timer->SetInterval(60 + 13 * i);
+        timer->SetEnabled(true);
+    }
+    ASSERT_TRUE(PumpUntil([&] { return std::ranges::count(firstTick, -1) == 0; }));
+    for (int i = 0; i < 24; ++i) EXPECT_GE(firstTick[i], 60 + 13 * i) << i;
 }
 
 TEST_F(QtTimerTest, TickDuringItsOwnHandlerIsDroppedNotNested) {

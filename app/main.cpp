@@ -5,10 +5,12 @@
 #include <string>
 
 #include "app/HeadlessRun.h"
+#include "platform/MemoryPolicy.h"
 #include "platform/WindowModule.h"
 
 int main(int argc, char** argv) {
     using namespace vantorin;
+    ReturnLargeBuffersToTheSystem();
     if (argc > 1) return RunCommandLine(argc, argv);
     std::string error;
     const int status = RunWindowModule(argc, argv, error);

@@ -1,5 +1,7 @@
 #include "output/SaveFile.h"
 
+#include <algorithm>
+
 #include "output/LocalPath.h"
 #include "output/Records.h"
 #include "platform/Text.h"
@@ -18,23 +20,31 @@ bool IsCancel(const std::string& received) {
     return LCase(std::string_view(received).substr(b, 6)) == "cancel";
 }
 
-// The body after the first blank line. Without one the position counts as 0
-// and the text from the 4th character is kept: the first three characters are
-// lost, kept as designed. Room for the closing CR LF is reserved up front.
-std::string StripHeader(const std::string& received) {
-    std::size_t at = InStr(received, "\r\n\r\n");
-    std::size_t from = at + 3;  // 0-based start of Mid(received, at + 4)
-    std::string body;
-    if (from >= received.size()) return body;
-    body.reserve(received.size() - from + 2);
-    body.append(received, from, std::string::npos);
-    return body;
-}
-
 bool NeedsLineEndRewrite(const std::string& savePath) {
     for (std::string_view ext : {".htm", ".php", ".shtm", ".asp", ".txt"})
         if (Contains(savePath, ext)) return true;
     return false;
+}
+
+// The body after the first blank line. Without one the position counts as 0
+// and the text from the 4th character is kept: the first three characters are
+// lost, kept as designed. The buffer is sized up front for the closing CR LF
+// and for the line-end rewrite, which then grows the text where it stands.
+std::string StripHeader(const std::string& received, bool lineEndsToRewrite) {
+    std::size_t at = InStr(received, "\r\n\r\n");
+    std::size_t from = at + 3;  // 0-based start of Mid(received, at + 4)
+    std::string body;
+    if (from >= received.size()) return body;
+    const std::string_view rest = std::string_view(received).substr(from);
+    std::size_t growth = 0;
+    if (lineEndsToRewrite) {
+        // Each LF gains a CR, then every CR (the new ones too) an LF.
+        growth = 2 * static_cast<std::size_t>(std::ranges::count(rest, '\n')) +
+                 static_cast<std::size_t>(std::ranges::count(rest, '\r'));
+    }
+    body.reserve(rest.size() + growth + 2);
+    body.append(rest);
+    return body;
 }
 
 void RewriteDynamicLinks(std::string& text) {
@@ -85,14 +95,16 @@ void SaveFile(const std::string& received, std::string& address, std::string_vie
     // The slot may be reused while this save yields; keep the host it had.
     const std::string host(slotHost);
     address = CleanFileName(address);
-    std::string text = StripHeader(received);
-
+    // The path is made before the header is cut off (nothing between the two
+    // could tell), so the body's buffer is sized for its line ends at once.
     std::string& savePath = m.vars.SavePath;
     std::string path = m.vars.TargetFolder + Trim(address);
     MakeLocalPath(path, m.vars, m.fs);
     if (LastChar(savePath) == "\\") savePath += "index.html";
     ReplaceIn(savePath, "\\.html", "\\index.html");
-    if (NeedsLineEndRewrite(savePath)) {
+    const bool lineEnds = NeedsLineEndRewrite(savePath);
+    std::string text = StripHeader(received, lineEnds);
+    if (lineEnds) {
         // The second pass also sees the CRs the first one wrote, so a CR LF
         // already present becomes CR LF CR LF LF; kept as designed.
         ReplaceIn(text, "\n", "\r\n");

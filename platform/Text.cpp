@@ -2,6 +2,8 @@
 
 #include <cctype>
 #include <cmath>
+#include <string>
+#include <vector>
 
 namespace vantorin {
 
@@ -15,22 +17,51 @@ bool ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
     if (find.empty()) return false;
     std::size_t pos = s.find(find);
     if (pos == std::string::npos) return false;
-    if (find.size() == with.size()) {
-        // Same length: overwrite where the text stands, no second buffer.
+    if (with.size() <= find.size()) {
+        // Never longer: the text is rewritten where it stands, front to back;
+        // the search goes on in the part not yet written over.
+        char* text = s.data();
+        std::size_t read = pos;
+        std::size_t write = pos;
         while (pos != std::string::npos) {
-            s.replace(pos, find.size(), with);
-            pos = s.find(find, pos + find.size());
+            std::char_traits<char>::move(text + write, text + read, pos - read);
+            write += pos - read;
+            std::char_traits<char>::copy(text + write, with.data(), with.size());
+            write += with.size();
+            read = pos + find.size();
+            pos = s.find(find, read);
+        }
+        std::char_traits<char>::move(text + write, text + read, s.size() - read);
+        s.resize(write + s.size() - read);
+        return true;
+    }
+    // Longer: the matches are found first, so the text grows once, in place
+    // when its buffer has the room (a page's save reserves it) and into one
+    // buffer of the exact size otherwise.
+    std::vector<std::size_t> at;
+    for (; pos != std::string::npos; pos = s.find(find, pos + find.size())) at.push_back(pos);
+    const std::size_t grown = s.size() + at.size() * (with.size() - find.size());
+    if (grown <= s.capacity()) {
+        std::size_t end = s.size();
+        s.resize(grown);
+        std::size_t write = grown;
+        for (auto match = at.rbegin(); match != at.rend(); ++match) {
+            const std::size_t tail = end - (*match + find.size());
+            write -= tail;
+            std::char_traits<char>::move(&s[write], &s[*match + find.size()], tail);
+            write -= with.size();
+            std::char_traits<char>::copy(&s[write], with.data(), with.size());
+            end = *match;
         }
         return true;
     }
     std::string out;
-    out.reserve(with.size() > find.size() ? s.size() + s.size() / 8 : s.size());
+    out.reserve(grown);
     std::size_t from = 0;
-    while (pos != std::string::npos) {
-        out.append(s, from, pos - from);
+    for (std::size_t match : at) {
+        out.append(s, from, match - from);
         out.append(with);
-        from = pos + find.size();
-        pos = s.find(find, from);
+        from = match + find.size();
     }
     out.append(s, from, std::string::npos);
     s.swap(out);

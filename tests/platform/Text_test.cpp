@@ -16,13 +16,18 @@ TEST(Replace, OnePassLeftToRightNeverRescansItsOutput) {
         {"aaa", "a", "aa", "aaaaaa"}, {"abc", "", "x", "abc"},
         {"", "a", "b", ""},           {"http://http://x", "http://http://", "http://", "http://x"},
         {"a\r\nb", "\r\n", "", "ab"}, {"xyx", "x", "", "y"},
-        {"abab", "ab", "ba", "baba"},
+        {"abab", "ab", "ba", "baba"}, {"x\ny\nz\n", "\n", "\r\n", "x\r\ny\r\nz\r\n"},
+        {"aaaa", "aa", "a.a", "a.aa.a"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(Replace(c.text, c.find, c.with), c.expected) << c.text << " / " << c.find;
-        std::string inPlace = c.text;
-        ReplaceIn(inPlace, c.find, c.with);
-        EXPECT_EQ(inPlace, c.expected) << c.text << " / " << c.find;
+        // Growing in place (room reserved) and into a new buffer.
+        for (const std::size_t room : {std::size_t{0}, std::size_t{64}}) {
+            std::string inPlace = c.text;
+            inPlace.reserve(room);
+            ReplaceIn(inPlace, c.find, c.with);
+            EXPECT_EQ(inPlace, c.expected) << c.text << " / " << c.find << " room " << room;
+        }
     }
 }
 

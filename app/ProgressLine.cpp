@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "extractor/AddressRules.h"
+#include "platform/NumberText.h"
 
 namespace vantorin {
 

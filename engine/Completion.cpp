@@ -1,9 +1,9 @@
 // Ending jobs and crawls: the timeout with its retries, completion, stop,
 // pause, exit, and the counters.
 #include "engine/CrawlEngine.h"
-#include "extractor/AddressRules.h"
 #include "output/Records.h"
 #include "output/SaveFile.h"
+#include "platform/NumberText.h"
 #include "platform/Text.h"
 
 namespace vantorin {

@@ -3,10 +3,10 @@
 // has closed its side.
 #include <limits>
 
-#include "engine/ByteSize.h"
 #include "engine/CrawlEngine.h"
 #include "extractor/LinkScanner.h"
 #include "output/SaveFile.h"
+#include "platform/NumberText.h"
 #include "platform/Text.h"
 
 namespace vantorin {

@@ -97,17 +97,4 @@ std::string ResolveDotDot(std::string_view s) {
     return t;
 }
 
-std::string FormatThousands(std::string_view s) {
-    std::string t = LowerTrim(s);
-    if (t.size() < 4) return t;
-    std::string reversed = ReverseText(t);
-    std::string out;
-    out.reserve(t.size() + t.size() / 3);
-    for (std::size_t pos = 1; pos <= reversed.size(); ++pos) {
-        out += reversed[pos - 1];
-        if (pos % 3 == 0 && pos < reversed.size()) out += ',';
-    }
-    return ReverseText(out);
-}
-
 }  // namespace vantorin

@@ -28,7 +28,5 @@ std::string CutDotDotOnce(std::string_view s);
 // is a plain replace over the whole address, as designed ("/b" also goes from
 // inside "/bar").
 std::string ResolveDotDot(std::string_view s);
-// Lower-cased, trimmed, and grouped by commas in threes from the right.
-std::string FormatThousands(std::string_view s);
 
 }  // namespace vantorin

@@ -64,25 +64,4 @@ bool IsTopLevelFile(std::string_view path, std::string_view siteHost) {
     return !Contains(rest, "\\");
 }
 
-std::string GetToken(std::string_view text, int index, std::string_view separator) {
-    std::string t = Trim(text);
-    if (separator.empty() || !Contains(t, separator)) return index == 1 ? t : std::string();
-    // The walk compares one character with the separator, so a separator of
-    // more than one character never ends a field.
-    bool single = separator.size() == 1;
-    int counter = 1;
-    std::string field;
-    for (char c : t) {
-        if (single && c == separator.front()) {
-            if (counter == index) return field;
-            if (counter == 32767) return {};  // 16-bit overflow ends the routine
-            ++counter;
-            field.clear();
-        } else {
-            field += c;
-        }
-    }
-    return counter == index ? field : std::string();
-}
-
 }  // namespace vantorin

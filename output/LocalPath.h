@@ -34,9 +34,4 @@ std::string CleanFileName(std::string_view name);
 // designed: the character right after "host\" is skipped before the test.
 bool IsTopLevelFile(std::string_view path, std::string_view siteHost);
 
-// Field `index` (from 1) of the trimmed text split at `separator`; empty
-// fields count. "" when there is no such field, and when the field counter
-// would pass the 16-bit limit of 32767.
-std::string GetToken(std::string_view text, int index, std::string_view separator);
-
 }  // namespace vantorin

@@ -48,6 +48,11 @@ std::string LowerTrim(std::string_view s);
 // "" when Trim(s) is empty; otherwise the last character of s as given.
 std::string LastChar(std::string_view s);
 
+// Field `index` (from 1) of the trimmed text split at `separator`; empty
+// fields count. "" when there is no such field, and when the field counter
+// would pass the 16-bit limit of 32767.
+std::string GetToken(std::string_view text, int index, std::string_view separator);
+
 // The leading number of a text as a decimal (blanks skipped, "12 sec" -> 12,
 // "abc" -> 0); the value of a text read as a number.
 double Val(std::string_view s);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <functional>
 #include <limits>
 #include <tuple>
 #include <utility>
@@ -62,7 +64,11 @@ TEST_F(EngineTest, ShapesAndRefusesRequests) {
         {"www.e.com/\\../x.htm", ""},
         {"www.e.com/..x.htm", ""},
     };
-    Start("www.e.com");
+    Start("www.e.com/index.html");
+    sock(1).Accept();
+    EXPECT_EQ(sock(1).sent.at(0),
+              "GET / HTTP/1.0\r\nHost: www.e.com\r\nReferrer: www.e.com\r\n"
+              "User-Agent: Internet Explorer 6.01\r\n\r\n");
     for (const auto& [address, firstLine] : cases) {
         SCOPED_TRACE(address.substr(0, 40));
         sock(1).Close();
@@ -157,13 +163,70 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     dialogs.answers = {kAnswerYes};
     Start("www.a.test/slow.htm");
     state.List1.AddItem("www.a.test/next.htm");
-    for (int i = 0; i < 3; ++i) out(1).Fire();  // two more attempts, then given up
+    for (int i = 0; i < 3; ++i) {
+        sock(1).state = kSockError;  // refused: the slot is not free until its timeout
+        EXPECT_EQ(engine.FindFreeSlot(), 2);
+        out(1).Fire();  // two more attempts, then given up
+    }
     EXPECT_EQ(sock(1).connects.size(), 3u);
     EXPECT_FALSE(state.Command1Enabled());
+    EXPECT_TRUE(outcomes.empty());
     state.List1.Clear();
     out(1).Fire();
     EXPECT_EQ(state.Label6(), "Website Downloaded!");
     EXPECT_EQ(shell.folders, std::vector<std::string>{vars.TargetFolder});
+    EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::SiteComplete});
+}
+
+// The scanner consumes the slot's Response itself: a retry that a timeout
+// starts during a long scan appends behind what is left of the first answer,
+// so only the retry's body is saved, not both answers with a header between.
+TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBody) {
+    std::function<void()> retryOnceScanning = [this, &retryOnceScanning] {
+        if (state.List2.ListCount() == 0) {  // the scan has not reached its link yet
+            duringYield = retryOnceScanning;
+            return;
+        }
+        out(1).Fire();
+        sock(1).Accept();
+        sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nsecond", true);
+    };
+    Start("www.a.test/p.htm");
+    sock(1).Accept();
+    duringYield = retryOnceScanning;
+    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nfirst <a href='x.htm'>", true);
+    EXPECT_EQ(engine.Slot(1).Attempts, 2);
+    EXPECT_EQ(ReadNativeFile(dir.NativePath("site/a.test/p.htm")), "second\r\n");
+}
+
+// What admission queues, the scheduler fetches and the save step names alike:
+// each saved job deletes the placeholder its link was queued with. Kept as
+// designed: ".jpeg" is fetched and saved as ".jpg", so its placeholder waits
+// for the end-of-crawl sweep.
+TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
+    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".html\r\n.jpeg\r\n");
+    Start("www.a.test/");
+    state.List1.AddItem("www.a.test/never.html");  // taken last, so the crawl stays on
+    sock(1).Accept();
+    sock(1).Receive(
+        "H\r\n\r\n<a href='d/'> <a href='q.php?x=1'> <img src='p.jpeg'> "
+        "<a href='b/../c.html'> <a href='n/index.html'>",
+        true);
+    const auto placeholders = [this] {
+        std::vector<std::string> found;
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(dir.NativePath("site")))
+            if (entry.path().extension() == ".tmp") found.push_back(entry.path().string());
+        return found;
+    };
+    ASSERT_EQ(placeholders().size(), 5u);
+    for (int job = 0; job < 5; ++job) {
+        engine.tmrMove_Timer();
+        sock(1).Accept();
+        sock(1).Receive("H\r\n\r\nx", true);
+    }
+    EXPECT_EQ(placeholders(), std::vector<std::string>{dir.NativePath("site/a.test/p.jpeg.tmp")});
+    EXPECT_TRUE(engine.Running());
 }
 
 TEST_F(EngineTest, StopTearsEveryJobDown) {

@@ -3,6 +3,7 @@
 
 #include "extractor/AddressRules.h"
 #include "output/LocalPath.h"
+#include "platform/NumberText.h"
 #include "platform/Text.h"
 #include "tests/fuzz/FuzzInput.h"
 

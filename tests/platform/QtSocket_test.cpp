@@ -4,6 +4,8 @@
 
 #include "tests/platform/QtTestApp.h"
 
+#include <sys/socket.h>
+
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -120,6 +122,20 @@ TEST_F(QtSocketTest, DeliveryIsPostedAgainWhileBytesWaitAndACloseAfterTheLastChu
     ASSERT_TRUE(PumpUntil([this] { return socket.State() == kSockClosing; }));
     Pump(100);
     EXPECT_EQ(calls, 2);
+}
+
+// A reset that comes in right behind the bytes is a close: the bytes are
+// delivered with the closing state, so the part received is saved.
+TEST_F(QtSocketTest, AResetRightBehindTheBytesIsAClose) {
+    RecordDeliveries();
+    ConnectBoth();
+    PeerSends("partial");
+    const struct linger reset { 1, 0 };  // closing with a zero linger sends a reset
+    ::setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &reset,
+                 sizeof reset);
+    peer->abort();
+    ASSERT_TRUE(PumpUntil([this] { return !deliveries.empty(); }));
+    EXPECT_EQ(deliveries[0], std::make_pair(std::string("partial"), int(kSockClosing)));
 }
 
 TEST_F(QtSocketTest, RefusedConnectionStaysInErrorUntilClosed) {

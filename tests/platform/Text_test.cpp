@@ -12,11 +12,16 @@ TEST(Replace, OnePassLeftToRightNeverRescansItsOutput) {
         const char* with;
         const char* expected;
     } cases[] = {
-        {"///", "//", "/", "//"},     {"____", "__", "_", "__"},
-        {"aaa", "a", "aa", "aaaaaa"}, {"abc", "", "x", "abc"},
-        {"", "a", "b", ""},           {"http://http://x", "http://http://", "http://", "http://x"},
-        {"a\r\nb", "\r\n", "", "ab"}, {"xyx", "x", "", "y"},
-        {"abab", "ab", "ba", "baba"}, {"x\ny\nz\n", "\n", "\r\n", "x\r\ny\r\nz\r\n"},
+        {"///", "//", "/", "//"},
+        {"____", "__", "_", "__"},
+        {"aaa", "a", "aa", "aaaaaa"},
+        {"abc", "", "x", "abc"},
+        {"", "a", "b", ""},
+        {"http://http://x", "http://http://", "http://", "http://x"},
+        {"a\r\nb", "\r\n", "", "ab"},
+        {"xyx", "x", "", "y"},
+        {"abab", "ab", "ba", "baba"},
+        {"x\ny\nz\n", "\n", "\r\n", "x\r\ny\r\nz\r\n"},
         {"aaaa", "aa", "a.a", "a.aa.a"},
     };
     for (const auto& c : cases) {
@@ -112,6 +117,16 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
     EXPECT_EQ(RoundHalfEven(2.4999), 2);
     EXPECT_EQ(RoundHalfEven(12500.5), 12500);
     EXPECT_EQ(RoundHalfEven(1e300), 9200000000000000000LL);
+}
+
+TEST(GetToken, IndexZeroWideSeparatorAndCounterLimit) {
+    // Joined fields rebuilding the text are checked by the address fuzz target.
+    EXPECT_EQ(GetToken("a*b", 0, "*"), "");
+    EXPECT_EQ(GetToken("a*b", 1, "**"), "a*b");  // a wide separator never ends a field
+    std::string many;
+    for (int i = 0; i < 40000; ++i) many += "x*";
+    EXPECT_EQ(GetToken(many, 32767, "*"), "x");
+    EXPECT_EQ(GetToken(many, 32768, "*"), "");  // the counter would pass 32767
 }
 
 }  // namespace

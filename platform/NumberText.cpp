@@ -1,4 +1,6 @@
-#include "engine/ByteSize.h"
+#include "platform/NumberText.h"
+
+#include "platform/Text.h"
 
 #ifdef _WIN32
 // windows.h must come first.
@@ -11,6 +13,19 @@
 #endif
 
 namespace vantorin {
+
+std::string FormatThousands(std::string_view s) {
+    std::string t = LowerTrim(s);
+    if (t.size() < 4) return t;
+    std::string reversed = ReverseText(t);
+    std::string out;
+    out.reserve(t.size() + t.size() / 3);
+    for (std::size_t pos = 1; pos <= reversed.size(); ++pos) {
+        out += reversed[pos - 1];
+        if (pos % 3 == 0 && pos < reversed.size()) out += ',';
+    }
+    return ReverseText(out);
+}
 
 #ifdef _WIN32
 

@@ -1,4 +1,4 @@
-#include "engine/ByteSize.h"
+#include "platform/NumberText.h"
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,15 @@
 
 namespace vantorin {
 namespace {
+
+TEST(FormatThousands, GroupsInThreesFromTheRight) {
+    const std::pair<const char*, const char*> cases[] = {{"123", "123"},
+                                                         {"1234", "1,234"},
+                                                         {"123456", "123,456"},
+                                                         {"1234567", "1,234,567"},
+                                                         {" ABCD ", "a,bcd"}};
+    for (const auto& [count, text] : cases) EXPECT_EQ(FormatThousands(count), text) << count;
+}
 
 TEST(FormatByteSize, KeepsThreeSignificantDigitsTruncated) {
     const std::pair<std::int32_t, const char*> cases[] = {

@@ -1,0 +1,20 @@
+// Counts as the window shows them: grouped in thousands, and byte sizes as
+// the Windows size formatter writes them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vantorin {
+
+// Lower-cased, trimmed, and grouped by commas in threes from the right.
+std::string FormatThousands(std::string_view s);
+
+// A byte count as the short size text of the Windows size formatter:
+// "532 bytes", "1.95 KB", "120 KB", "1.17 MB". Three significant digits,
+// truncated, never rounded; the count is taken as unsigned 32-bit, as the
+// formatter's argument is.
+std::string FormatByteSize(std::int32_t value);
+
+}  // namespace vantorin

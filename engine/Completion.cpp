@@ -82,11 +82,19 @@ void CrawlEngine::StopNOW() {
     state_.FocusText1();
 }
 
-void CrawlEngine::AskStop() {
-    const int answer =
-        dialogs_.MsgBox("Are you sure you want to cancel downloading the current website?",
-                        "Stop Download", kYesNo + kInformation);
-    if (answer != kAnswerYes) return;
+void CrawlEngine::AskStop(std::function<void()> afterAnswer) {
+    // Asked without waiting in the question: the save or scan that the click
+    // interrupted goes on, and a crawl that completes meanwhile ends as
+    // designed ("Done." asked) before the answer's own steps run.
+    dialogs_.Ask("Are you sure you want to cancel downloading the current website?",
+                 "Stop Download", kYesNo + kInformation,
+                 [this, afterAnswer = std::move(afterAnswer)](int answer) {
+                     if (answer == kAnswerYes) StopConfirmed();
+                     if (afterAnswer) afterAnswer();
+                 });
+}
+
+void CrawlEngine::StopConfirmed() {
     StopNOW();
     // The reloaded window's unload must not ask the exit question.
     state_.Stopping = true;
@@ -104,18 +112,25 @@ void CrawlEngine::PauseEnd() {
     tmrMove_->SetEnabled(true);
 }
 
-bool CrawlEngine::ExitRequested() {
-    if (state_.Stopping) return true;
-    const int answer =
-        dialogs_.MsgBox("Are you sure you want to exit?", "Exit Vantorin", kYesNo + kInformation);
-    if (answer == kAnswerNo) return false;
-    if (Running()) StopNOW();
-    RemoveTempFiles(mirror_);
-    LetPendingEventsRun();
-    tmrMove_->SetEnabled(false);
-    CloseAllSockets();
-    if (onEndProgram) onEndProgram();
-    return true;
+void CrawlEngine::AskExit(std::function<void(bool unload)> answered) {
+    if (state_.Stopping) {
+        answered(true);
+        return;
+    }
+    dialogs_.Ask("Are you sure you want to exit?", "Exit Vantorin", kYesNo + kInformation,
+                 [this, answered = std::move(answered)](int answer) {
+                     if (answer == kAnswerNo) {
+                         answered(false);
+                         return;
+                     }
+                     if (Running()) StopNOW();
+                     RemoveTempFiles(mirror_);
+                     LetPendingEventsRun();
+                     tmrMove_->SetEnabled(false);
+                     CloseAllSockets();
+                     if (onEndProgram) onEndProgram();
+                     answered(true);
+                 });
 }
 
 void CrawlEngine::UpdateStats() {

@@ -120,15 +120,19 @@ public:
     bool AllSocketsClosed() const;
     void SiteComplete();
     void StopNOW();
-    void AskStop();     // Command2_Click, the stop button
+    // Command2_Click, the stop button. The question is asked without waiting
+    // for it; the answer runs the stop's steps on Yes, then `afterAnswer`
+    // whatever the answer was.
+    void AskStop(std::function<void()> afterAnswer = {});
     void PauseBegin();  // mnupause_Click's engine half; the window then shows frmPause modally
     void PauseEnd();    // frmPause's unload, however it is closed
-    // The main window's unload. Returns false when the user keeps the window
-    // (answered No). When Stopping is set it returns true at once and asks
-    // nothing (the window is being reloaded). Otherwise, on any answer but No,
-    // it stops a running crawl, sweeps the temporary files, disables the tick,
-    // closes all sockets, calls onEndProgram and returns true.
-    bool ExitRequested();
+    // The main window's unload. When Stopping is set it answers true at once
+    // and asks nothing (the window is being reloaded). Otherwise it asks the
+    // exit question without waiting for it: No answers false (the window
+    // stays); any other answer stops a running crawl, sweeps the temporary
+    // files, disables the tick, closes all sockets, calls onEndProgram and
+    // answers true.
+    void AskExit(std::function<void(bool unload)> answered);
     void UpdateStats();
 
     // --- the wizard's timeout choice ---
@@ -156,6 +160,7 @@ private:
     }
     // The named steps of ProcessResponse.
     void ShowChunkOnRow(const std::string& data, int i);
+    void StopConfirmed();  // AskStop's steps on Yes
     void SaveFinishedJob(int i);
     std::string FinishedJobBase(int i);
     // Raised whenever a slot's socket is (re)connected or the slot is torn

@@ -68,7 +68,8 @@ void CrawlEngine::txtMax_Change() {
     // bound of 23 is kept as designed. There is no lower bound.
     if (!IsNumeric(text) || Val(text) > 23) {
         state_.SetTxtMax("4");
-        dialogs_.MsgBox("Must be a number of connections from 1 to 24", "Try Again", kCritical);
+        // Told without waiting: typing may be handled inside a save's or a scan's yield.
+        dialogs_.Ask("Must be a number of connections from 1 to 24", "Try Again", kCritical, {});
     }
 }
 

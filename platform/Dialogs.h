@@ -2,6 +2,7 @@
 // headless run answer from a script and record what was asked.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,16 @@ public:
     // nothing on cancel.
     virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                                 const std::string& defaultText) = 0;
+    // The same question as MsgBox, but the caller does not wait in it: the
+    // handler that asked (often one that runs inside a yield of a save or a
+    // scan) returns at once and what it interrupted goes on; `answered` gets
+    // the answer when it comes, and may be empty. Boxes that answer at once
+    // need nothing more than this default.
+    virtual void Ask(const std::string& text, const std::string& title, int style,
+                     std::function<void(int answer)> answered) {
+        const int answer = MsgBox(text, title, style);
+        if (answered) answered(answer);
+    }
 };
 
 }  // namespace vantorin

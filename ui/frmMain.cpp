@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QTimer>
+#include <QWindow>
+#include <utility>
 
 #include "platform/Text.h"
 #include "platform/gui/DesignFont.h"
@@ -173,18 +175,20 @@ void frmMain::BuildMenu() {
         menu->menuAction()->setObjectName(QString::fromLatin1(name));
         return menu;
     };
+    // A shortcut only reaches the item's own handler, beside its mnemonic.
     const auto addItem = [this](QMenu* menu, const char* name, const char* caption,
-                                void (frmMain::*handler)()) {
+                                void (frmMain::*handler)(), QKeySequence shortcut = {}) {
         QAction* item = menu->addAction(QString::fromLatin1(caption));
         item->setObjectName(QString::fromLatin1(name));
+        item->setShortcut(shortcut);
         connect(item, &QAction::triggered, this, [this, handler] { (this->*handler)(); });
         return item;
     };
 
     QMenu* mnufile = addMenu("mnufile", "&File");
-    addItem(mnufile, "mnunew", "&New Site", &frmMain::mnunew_Click);
+    addItem(mnufile, "mnunew", "&New Site", &frmMain::mnunew_Click, Qt::CTRL | Qt::Key_N);
     mnufile->addSeparator();
-    addItem(mnufile, "mnuexit", "&Exit Vantorin", &frmMain::mnuexit_Click);
+    addItem(mnufile, "mnuexit", "&Exit Vantorin", &frmMain::mnuexit_Click, Qt::CTRL | Qt::Key_Q);
 
     QMenu* mnusites = addMenu("mnusites", "&Sites");
     mnupause_ = addItem(mnusites, "mnupause", "Pause Download", &frmMain::mnupause_Click);
@@ -194,7 +198,7 @@ void frmMain::BuildMenu() {
     addItem(mnusites, "mnupref", "&Preferences...", &frmMain::mnupref_Click);
 
     QMenu* mnuhelp = addMenu("mnuhelp", "&Help");
-    addItem(mnuhelp, "mnuabout", "&About", &frmMain::mnuabout_Click);
+    addItem(mnuhelp, "mnuabout", "&About", &frmMain::mnuabout_Click, Qt::Key_F1);
 }
 
 // The controls the state does not hold, as a fresh load finds them.
@@ -295,13 +299,17 @@ void frmMain::resizeEvent(QResizeEvent* e) {
 }
 
 bool frmMain::event(QEvent* e) {
-    // Shown counts as activated too: without a window manager no activation comes.
-    const bool activated = e->type() == QEvent::WindowActivate || e->type() == QEvent::Show;
-    if (activated && ShowWizardOnActivate) {
-        // Opened once the activation has been handled, so the window is drawn first.
-        QTimer::singleShot(0, this, [this] { Form_Activate(); });
-    }
+    // Being put on the screen counts as activated too: without a window
+    // manager no activation comes. Not at the show itself: a window manager
+    // places the window only after it, and the wizard opens centred on it.
+    if (e->type() == QEvent::Show && windowHandle()) windowHandle()->installEventFilter(this);
+    if (e->type() == QEvent::WindowActivate) Activated();
     return QMainWindow::event(e);
+}
+
+void frmMain::Activated() {
+    // Opened once the activation has been handled, so the window is drawn first.
+    if (ShowWizardOnActivate) QTimer::singleShot(0, this, [this] { Form_Activate(); });
 }
 
 void frmMain::Form_Activate() {
@@ -319,14 +327,21 @@ void frmMain::ShowWizard() {
 }
 
 void frmMain::closeEvent(QCloseEvent* e) {
-    if (!engine_.ExitRequested()) {
-        e->ignore();
-        return;
+    if (!unloadConfirmed_) {
+        insideCloseEvent_ = true;
+        engine_.AskExit([this](bool unload) {
+            unloadConfirmed_ = unload;
+            // An answer that comes after this event was refused closes again.
+            if (unload && !insideCloseEvent_) close();
+        });
+        insideCloseEvent_ = false;
     }
-    e->accept();
+    e->setAccepted(std::exchange(unloadConfirmed_, false));
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* e) {
+    if (watched == windowHandle() && e->type() == QEvent::Expose && windowHandle()->isExposed())
+        Activated();
     if (watched == text1_ && e->type() == QEvent::FocusIn) {
         // After the click that gave the focus has placed the caret.
         QTimer::singleShot(0, this, [this] { Text1_GotFocus(); });
@@ -352,9 +367,17 @@ void frmMain::Command4_Click() {
     mnuexplore_Click();
 }
 
+// The wizard follows the stop question's answer, whenever it comes, and only
+// when no crawl runs by then (a stop, or a crawl that completed meanwhile).
 void frmMain::mnunew_Click() {
-    if (engine_.Running()) engine_.AskStop();
-    if (!engine_.Running()) ShowWizard();
+    const auto showWhenIdle = [this] {
+        if (!engine_.Running()) ShowWizard();
+    };
+    if (engine_.Running()) {
+        engine_.AskStop(showWhenIdle);
+    } else {
+        showWhenIdle();
+    }
 }
 
 void frmMain::mnupref_Click() {
@@ -365,11 +388,15 @@ void frmMain::mnuexit_Click() {
     close();
 }
 
+// The pause dialog is modal to the whole program but nobody waits in it: a
+// click handled inside a save's or a scan's yield must not freeze that job
+// (its row empty, its socket held) for as long as the pause lasts.
 void frmMain::mnupause_Click() {
     engine_.PauseBegin();
-    frmPause pause(this);
-    pause.OnUnload = [this] { engine_.PauseEnd(); };
-    pause.exec();
+    auto* pause = new frmPause(this);
+    pause->setAttribute(Qt::WA_DeleteOnClose);
+    pause->OnUnload = [this] { engine_.PauseEnd(); };
+    pause->show();
 }
 
 void frmMain::mnuexplore_Click() {
@@ -377,7 +404,7 @@ void frmMain::mnuexplore_Click() {
 }
 
 void frmMain::mnuabout_Click() {
-    dialogs_.MsgBox(kTitle, "About", kInformation);
+    dialogs_.Ask(kTitle, "About", kInformation, {});
 }
 
 // Opens the selected queue entry in the browser; an entry without the scheme
@@ -400,10 +427,12 @@ void frmMain::Text1_GotFocus() {
 // and shows it again reloaded from scratch; its first activation opens the
 // wizard again.
 void frmMain::ReloadWindow() {
-    if (!engine_.ExitRequested()) return;
-    hide();
-    Form_Load();
-    show();
+    engine_.AskExit([this](bool unload) {
+        if (!unload) return;
+        hide();
+        Form_Load();
+        show();
+    });
 }
 
 // --- the state on the controls ---

@@ -98,6 +98,7 @@ private:
     void Place(QWidget* widget, const TwipRect& rect) const;
     QLabel* MakeLabel(QWidget* parent, const char* name, const char* caption);
     void ShowWizard();
+    void Activated();  // the wizard follows, when the window is loaded afresh
     // The state drawn on the controls: one part as it changes, or all of it.
     void Render(StateChange change, int slot);
     void RenderAll();
@@ -109,6 +110,9 @@ private:
     ShellOpen& shell_;
     MainLayout layout_;
     bool wizardOpen_ = false;
+    // The exit question is answered apart from the close event that asked it.
+    bool unloadConfirmed_ = false;
+    bool insideCloseEvent_ = false;
 
     ListBoxModel list1Model_;
     ListBoxModel list2Model_;

@@ -3,12 +3,20 @@
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <memory>
 
 #include "platform/gui/Latin1.h"
 
 namespace vantorin {
 
 namespace {
+
+// A box without a title shows the program's name, never the executable's.
+// Passed here rather than as the application's display name, which X11 would
+// append to every designed window caption.
+QString Title(const std::string& title) {
+    return title.empty() ? QStringLiteral("Vantorin") : ToQt(title);
+}
 
 // Message texts break lines with CR LF; a Qt label wants a bare LF.
 QString DisplayText(const std::string& text) {
@@ -17,34 +25,60 @@ QString DisplayText(const std::string& text) {
     return shown;
 }
 
+// A box opened while another modal dialog is up blocks that dialog until it
+// is answered, so it stands over it (centred on it, kept above it): a click
+// never lands on a box that cannot take it.
+QWidget* Owner() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return QApplication::activeWindow();
+}
+
+QMessageBox* MakeBox(const std::string& text, const std::string& title, int style) {
+    auto* box = new QMessageBox(Owner());
+    box->setWindowTitle(Title(title));
+    box->setText(DisplayText(text));
+    box->setIcon((style & kCritical) == kCritical ? QMessageBox::Critical
+                                                  : QMessageBox::Information);
+    if ((style & kYesNo) == kYesNo) {
+        box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box->setDefaultButton(QMessageBox::Yes);
+        box->setEscapeButton(QMessageBox::No);
+    } else {
+        box->setStandardButtons(QMessageBox::Ok);
+        box->setEscapeButton(QMessageBox::Ok);
+    }
+    return box;
+}
+
+int Answer(const QMessageBox& box, int style) {
+    if ((style & kYesNo) != kYesNo) return kAnswerOk;
+    return box.standardButton(box.clickedButton()) == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+}
+
 }  // namespace
 
 int QtDialogs::MsgBox(const std::string& text, const std::string& title, int style) {
-    QMessageBox box(QApplication::activeWindow());
-    box.setWindowTitle(ToQt(title));
-    box.setText(DisplayText(text));
-    box.setIcon((style & kCritical) == kCritical ? QMessageBox::Critical
-                                                 : QMessageBox::Information);
-    const bool yesNo = (style & kYesNo) == kYesNo;
-    if (yesNo) {
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(QMessageBox::Yes);
-        box.setEscapeButton(QMessageBox::No);
-    } else {
-        box.setStandardButtons(QMessageBox::Ok);
-        box.setEscapeButton(QMessageBox::Ok);
-    }
-    const int clicked = box.exec();
-    if (!yesNo) return kAnswerOk;
-    return clicked == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+    const std::unique_ptr<QMessageBox> box(MakeBox(text, title, style));
+    box->exec();
+    return Answer(*box, style);
+}
+
+void QtDialogs::Ask(const std::string& text, const std::string& title, int style,
+                    std::function<void(int answer)> answered) {
+    QMessageBox* box = MakeBox(text, title, style);
+    box->setWindowModality(Qt::ApplicationModal);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QDialog::finished, box, [box, style, answered = std::move(answered)] {
+        if (answered) answered(Answer(*box, style));
+    });
+    box->show();
 }
 
 std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
                                                const std::string& defaultText) {
     bool ok = false;
-    const QString answer =
-        QInputDialog::getText(QApplication::activeWindow(), ToQt(title), DisplayText(prompt),
-                              QLineEdit::Normal, ToQt(defaultText), &ok);
+    const QString answer = QInputDialog::getText(Owner(), Title(title), DisplayText(prompt),
+                                                 QLineEdit::Normal, ToQt(defaultText), &ok);
     if (!ok) return std::nullopt;
     return FromQt(answer);
 }

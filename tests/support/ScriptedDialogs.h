@@ -3,8 +3,10 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Dialogs.h"
@@ -20,6 +22,15 @@ public:
         answers.pop_front();
         return answer;
     }
+    // A question asked without waiting is answered at once from the script,
+    // unless answers are held: then it is recorded and its answer waits in
+    // `held` until the test gives it.
+    void Ask(const std::string& text, const std::string& title, int style,
+             std::function<void(int answer)> answered) override {
+        if (!holdAnswers) return Dialogs::Ask(text, title, style, std::move(answered));
+        asked.push_back(title + " " + std::to_string(style) + ": " + text);
+        held.push_back(std::move(answered));
+    }
     std::optional<std::string> InputBox(const std::string&, const std::string&,
                                         const std::string&) override {
         if (inputs.empty()) return std::nullopt;
@@ -30,6 +41,8 @@ public:
     std::vector<std::string> asked;  // "title style: text"
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
+    bool holdAnswers = false;
+    std::vector<std::function<void(int answer)>> held;
 };
 
 }  // namespace vantorin::testing

@@ -13,10 +13,13 @@
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 #include "platform/Text.h"
+#include "platform/gui/QtDialogs.h"
 #include "tests/ui/UiFixture.h"
 
 namespace vantorin::testing {
@@ -48,12 +51,15 @@ TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
     for (QAction* top : window.menuBar()->actions()) {
         menus << top->objectName() + "=" + top->text();
         for (QAction* item : top->menu()->actions())
-            menus << (item->isSeparator() ? "-" : item->objectName() + "=" + item->text());
+            menus << (item->isSeparator() ? "-"
+                                          : item->objectName() + "=" + item->text() + " " +
+                                                item->shortcut().toString());
     }
-    EXPECT_EQ(menus, (QStringList{"mnufile=&File", "mnunew=&New Site", "-",
-                                  "mnuexit=&Exit Vantorin", "mnusites=&Sites",
-                                  "mnupause=Pause Download", "-", "mnuexplore=&Explore...", "-",
-                                  "mnupref=&Preferences...", "mnuhelp=&Help", "mnuabout=&About"}));
+    EXPECT_EQ(menus,
+              (QStringList{"mnufile=&File", "mnunew=&New Site Ctrl+N", "-",
+                           "mnuexit=&Exit Vantorin Ctrl+Q", "mnusites=&Sites",
+                           "mnupause=Pause Download ", "-", "mnuexplore=&Explore... ", "-",
+                           "mnupref=&Preferences... ", "mnuhelp=&Help", "mnuabout=&About F1"}));
 
     for (int i = 1; i <= kSlotCount; ++i) {
         SCOPED_TRACE(i);
@@ -175,19 +181,134 @@ TEST_F(UiTest, PauseStopsTheTickUntilThePauseDialogClosesAnyWay) {
     FakeTimer& tick = *timers.at(kSlotCount);
     for (const int way : {0, 1, 2}) {  // its button, the window frame, Escape
         tick.SetEnabled(true);
-        bool tickDuringPause = true;
-        QTimer::singleShot(0, [&] {
-            auto* pause = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(pause, nullptr);
-            EXPECT_EQ(pause->windowTitle(), "Paused");
-            tickDuringPause = tick.Enabled();
-            if (way == 0) pause->findChild<QPushButton*>()->click();
-            if (way == 1) pause->close();
-            if (way == 2) pause->reject();
-        });
-        window.mnupause_Click();
-        EXPECT_FALSE(tickDuringPause) << way;
+        window.mnupause_Click();  // returns with the dialog open
+        QPointer<QDialog> pause = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_FALSE(pause.isNull());
+        EXPECT_EQ(pause->windowTitle(), "Paused");
+        EXPECT_EQ(pause->windowModality(), Qt::ApplicationModal);
+        EXPECT_FALSE(tick.Enabled()) << way;
+        if (way == 0) pause->findChild<QPushButton*>()->click();
+        if (way == 1) pause->close();
+        if (way == 2) pause->reject();
         EXPECT_TRUE(tick.Enabled()) << way;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(pause.isNull()) << way;
+    }
+}
+
+// The stop question waits for its answer while the crawl goes on: a crawl
+// that completes meanwhile ends as designed ("Done." asked, the rows and
+// buttons idle), and the answer then runs its own steps: Yes stops and
+// reloads; a New Site answered No still opens the wizard, since no crawl runs
+// any more.
+TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
+    struct Case {
+        void (frmMain::*click)();
+        int answer;
+        const char* label6;
+        int wizards;
+    };
+    const Case cases[] = {{&frmMain::Command2_Click, kAnswerYes, "Operation Cancelled.", 0},
+                          {&frmMain::mnunew_Click, kAnswerNo, "Website Downloaded!", 1},
+                          {&frmMain::mnupref_Click, kAnswerYes, "Operation Cancelled.", 1}};
+    for (const Case& c : cases) {
+        wizards = 0;
+        dialogs.held.clear();
+        state.SetText1("a.test");
+        window.Command1_Click();
+        sockets[0]->Accept();
+        dialogs.holdAnswers = true;
+        (window.*c.click)();
+        dialogs.holdAnswers = false;
+        ASSERT_EQ(dialogs.held.size(), 1u);
+        EXPECT_EQ(dialogs.asked.back(),
+                  "Stop Download 68: Are you sure you want to cancel downloading the current "
+                  "website?");
+
+        dialogs.answers = {kAnswerNo};
+        sockets[0]->Receive("H\r\n\r\nthe last page", true);
+        EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Done. 68: The website has been downloaded."));
+        EXPECT_TRUE(window.command(1)->isEnabled());
+        EXPECT_FALSE(window.command(2)->isEnabled());
+        EXPECT_EQ(Caption(window.l(1)), "Not Connected.");
+        EXPECT_EQ(Caption(window.label(6)), "Website Downloaded!");
+        EXPECT_EQ(wizards, 0);
+
+        dialogs.held.front()(c.answer);
+        const bool stopped = c.answer == kAnswerYes;
+        EXPECT_EQ(Caption(window.label(6)), c.label6);
+        EXPECT_EQ(state.Stopping, stopped);
+        EXPECT_EQ(window.mnupause()->isEnabled(), !stopped);
+        EXPECT_EQ(wizards, c.wizards);
+        state.Stopping = false;
+    }
+    window.hide();
+}
+
+// The main window over the real message boxes, with an engine whose yields
+// run the event loop as the program's do; `duringYield` runs before each.
+struct LiveWindow {
+    LiveWindow() {
+        vars.TargetFolder = dir.Backslashed() + "site\\";
+        fs.CreateFolder(vars.TargetFolder);
+    }
+    TempDir dir;
+    CrawlVariables vars;
+    FileSystem fs{vars.TargetFolder, dir.Backslashed()};
+    QtDialogs dialogs;
+    RecordingShell shell;
+    std::vector<FakeSocket*> sockets;
+    std::vector<FakeTimer*> timers;
+    std::function<void()> duringYield = [] {};
+    CrawlEngine engine{vars,
+                       fs,
+                       {dialogs, shell, PageTextReader(),
+                        [this] {
+                            duringYield();
+                            QCoreApplication::processEvents();
+                        },
+                        RecordingSockets(sockets), RecordingTimers(timers)}};
+    frmMain window{engine, vars, dialogs, shell};
+};
+
+// A click handled while a finished job is being scanned (its row empty, as
+// designed for the scan) opens its dialog without waiting in it: the job
+// ends beneath the open dialog and its row shows it, instead of staying
+// empty, its socket held, until the dialog is closed.
+TEST(MainWindowDialogs, AJobBeingScannedFinishesWhileADialogItsClickOpenedStays) {
+    const std::pair<const char*, std::function<void(frmMain&)>> clicks[] = {
+        {"pause", [](frmMain& w) { w.mnupause()->trigger(); }},
+        {"stop", [](frmMain& w) { w.command(2)->click(); }},
+        {"about", [](frmMain& w) { w.mnuabout_Click(); }},
+        {"exit", [](frmMain& w) { w.close(); }},
+        {"connections typed", [](frmMain& w) { QTest::keyClick(w.txtMax()->lineEdit(), 'x'); }}};
+    for (const auto& [name, click] : clicks) {
+        LiveWindow w;
+        CrawlState& state = w.engine.State();
+        state.SetText1("a.test");
+        w.window.Command1_Click();
+        state.List1.AddItem("www.a.test/later.htm");  // the crawl goes on after this job
+        w.sockets[0]->Accept();
+        bool clicked = false;
+        w.duringYield = [&] {
+            if (!clicked && state.Row(1).Status.empty()) {
+                clicked = true;
+                click(w.window);
+            }
+        };
+        std::string rowWhileOpen;
+        bool looked = false;
+        QTimer::singleShot(100, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            rowWhileOpen = dialog ? state.Row(1).Status : "no dialog";
+            if (dialog) dialog->close();
+            looked = true;
+        });
+        w.sockets[0]->Receive("H\r\n\r\n<a href='x.htm'>", true);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return looked; })) << name;
+        EXPECT_TRUE(clicked) << name;
+        EXPECT_EQ(rowWhileOpen, "Downloading www.a.test") << name;
+        EXPECT_EQ(w.sockets[0]->state, kSockClosed) << name;
     }
 }
 

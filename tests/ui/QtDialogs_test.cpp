@@ -1,0 +1,78 @@
+#include "platform/gui/QtDialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace vantorin {
+namespace {
+
+QMessageBox* OpenBox() {
+    return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+}
+
+// A question asked without waiting returns with its box open; the click that
+// answers it gives the answer, whichever way the box is closed.
+TEST(QtDialogs, AQuestionAskedWithoutWaitingIsAnsweredByItsBox) {
+    QtDialogs dialogs;
+    struct Case {
+        int style;
+        QMessageBox::StandardButton clicked;  // NoButton: closed by its frame
+        int answer;
+    };
+    const Case cases[] = {{kYesNo + kInformation, QMessageBox::Yes, kAnswerYes},
+                          {kYesNo + kInformation, QMessageBox::No, kAnswerNo},
+                          {kYesNo + kCritical, QMessageBox::NoButton, kAnswerNo},
+                          {kInformation, QMessageBox::NoButton, kAnswerOk}};
+    for (const Case& c : cases) {
+        int answer = 0;
+        dialogs.Ask("Sure?", "Stop Download", c.style, [&](int given) { answer = given; });
+        QMessageBox* box = OpenBox();
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(answer, 0);
+        EXPECT_EQ(box->windowModality(), Qt::ApplicationModal);
+        EXPECT_EQ(box->icon(),
+                  (c.style & kCritical) ? QMessageBox::Critical : QMessageBox::Information);
+        c.clicked == QMessageBox::NoButton ? (void)box->close() : box->button(c.clicked)->click();
+        EXPECT_EQ(answer, c.answer) << c.style;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+// A box opened while a question is open stands over it; an untitled box
+// shows the program's name, never the executable's.
+TEST(QtDialogs, ABoxOverAnOpenQuestionAndTitles) {
+    QtDialogs dialogs;
+    dialogs.Ask("Sure?", "Stop Download", kYesNo + kInformation, {});
+    QMessageBox* question = OpenBox();
+    ASSERT_NE(question, nullptr);
+    QString title;
+    QWidget* owner = nullptr;
+    QTimer::singleShot(0, [&] {
+        title = OpenBox()->windowTitle();
+        owner = OpenBox()->parentWidget();
+        OpenBox()->button(QMessageBox::No)->click();
+    });
+    EXPECT_EQ(dialogs.MsgBox("Done?", "Done.", kYesNo + kInformation), kAnswerNo);
+    EXPECT_EQ(title, "Done.");
+    EXPECT_EQ(owner, question);
+    question->close();
+
+    for (const char* given : {"", "Error"}) {
+        QTimer::singleShot(0, [&] {
+            auto* input = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            title = input->windowTitle();
+            input->setTextValue("html");
+            input->accept();
+        });
+        EXPECT_EQ(dialogs.InputBox("Enter a file extension (e.g. .html)", given, ""), "html");
+        EXPECT_EQ(title, *given ? given : "Vantorin");
+    }
+}
+
+}  // namespace
+}  // namespace vantorin

@@ -20,11 +20,8 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     QtShellOpen shell;
     ProgramParts parts(dialogs, shell);
     frmMain window(parts.engine, parts.vars, dialogs, shell);
-    const auto showFilters = [&] { zFilter::ShowModeless(parts.services, &window); };
-    window.ShowNewSiteWizard = [&] {
-        frmNew::ShowModal(parts.services, parts.engine, showFilters, &window);
-    };
-    window.ShowFilterDialog = showFilters;
+    window.ShowNewSiteWizard = [&] { frmNew::ShowModal(parts.services, parts.engine, &window); };
+    window.ShowFilterDialog = [&] { zFilter::ShowModeless(parts.services, &window); };
     window.OnEndProgram = [] { QCoreApplication::quit(); };
 
     window.show();

@@ -11,4 +11,9 @@ std::string ReadSetting(SettingsStore& store, const std::string& key,
                         const std::string& defaultValue);
 void PutSetting(SettingsStore& store, const std::string& key, const std::string& value);
 
+// InDir keeps the folder as a person sees it ("/" off Windows); the folder
+// rules get it back in backslash form. Absent, it is the default folder.
+std::string ReadFolderSetting(SettingsStore& store);
+void PutFolderSetting(SettingsStore& store, const std::string& folder);
+
 }  // namespace vantorin

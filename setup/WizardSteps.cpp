@@ -2,7 +2,7 @@
 
 #include "extractor/FileTypesList.h"
 #include "output/LocalPath.h"
-#include "platform/DefaultFolder.h"
+#include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "setup/FolderRules.h"
 #include "setup/Settings.h"
@@ -26,7 +26,8 @@ WizardFields LoadWizard(SetupServices& services) {
     WizardFields fields;
     FillFileTypesList(fields.fileTypes, services.fs);
     fields.txtURL = ReadAndStore(services.settings, "LastURL", "http://");
-    fields.txtDir = ReadAndStore(services.settings, "InDir", DefaultTargetFolder());
+    fields.txtDir = ReadFolderSetting(services.settings);
+    PutFolderSetting(services.settings, fields.txtDir);
     fields.timeout = ReadSetting(services.settings, "Timeout", "15");
     return fields;
 }
@@ -36,13 +37,14 @@ void TypeAddress(WizardFields& fields, SetupServices& services, const std::strin
     PutSetting(services.settings, "LastURL", text);
 }
 
-void TypeFolder(WizardFields& fields, SetupServices& services, const std::string& text) {
-    fields.txtDir = text;
-    PutSetting(services.settings, "InDir", text);
+void TypeFolder(WizardFields& fields, SetupServices& services, const std::string& shown) {
+    fields.txtDir = FromDisplayPath(shown);
+    PutFolderSetting(services.settings, fields.txtDir);
 }
 
 bool FolderReady(WizardFields& fields, SetupServices& services) {
-    TypeFolder(fields, services, NormaliseFolderText(fields.txtDir));
+    fields.txtDir = NormaliseFolderText(fields.txtDir);
+    PutFolderSetting(services.settings, fields.txtDir);
     services.vars.TargetFolder = fields.txtDir;
     MakeFoldersAlong(services.vars.TargetFolder, services.vars, services.fs);
     if (!TestFolderWritable(services.vars.TargetFolder, services.fs)) {

@@ -13,7 +13,8 @@
 
 namespace vantorin {
 
-// What the wizard's boxes and lists hold.
+// What the wizard's boxes and lists hold. The folder is in the backslash form
+// the folder rules work on; the box shows it with the platform's separator.
 struct WizardFields {
     std::string txtURL;
     std::string txtDir;
@@ -28,9 +29,10 @@ struct WizardFields {
 WizardFields LoadWizard(SetupServices& services);
 
 // Text typed into the address or the folder box: stored at once as LastURL or
-// InDir, as every change of those boxes is.
+// InDir, as every change of those boxes is. The folder is typed as a person
+// writes it ("/home/me/sites" off Windows), in the window and on the command line.
 void TypeAddress(WizardFields& fields, SetupServices& services, const std::string& text);
-void TypeFolder(WizardFields& fields, SetupServices& services, const std::string& text);
+void TypeFolder(WizardFields& fields, SetupServices& services, const std::string& shown);
 
 // SetToInDIR (the folder text normalised and stored as InDir, TargetFolder
 // set, the folders along it made), then TestFolderWritable; when the folder

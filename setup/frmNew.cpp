@@ -7,19 +7,23 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTimer>
 #include <cmath>
 
 #include "extractor/FileTypesList.h"
+#include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/ScreenPlacement.h"
 #include "platform/gui/Twips.h"
 #include "setup/Settings.h"
 #include "setup/WrappingButton.h"
 #include "setup/zDir.h"
+#include "setup/zFilter.h"
 
 namespace vantorin {
 
@@ -41,16 +45,16 @@ QLabel* Picture(QWidget* parent, QStyle::StandardPixmap which) {
 
 }  // namespace
 
-frmNew::frmNew(SetupServices& services, CrawlEngine& engine, std::function<void()> showFilters,
-               QWidget* parent)
-    : QDialog(parent), services_(services), engine_(engine), showFilters_(std::move(showFilters)) {
+frmNew::frmNew(SetupServices& services, CrawlEngine& engine, QWidget* parent)
+    : QDialog(parent), services_(services), engine_(engine) {
     BuildControls();
     FormLoad();
 }
 
-void frmNew::ShowModal(SetupServices& services, CrawlEngine& engine,
-                       std::function<void()> showFilters, QWidget* parent) {
-    frmNew wizard(services, engine, std::move(showFilters), parent);
+void frmNew::ShowModal(SetupServices& services, CrawlEngine& engine, QWidget* parent) {
+    frmNew wizard(services, engine, parent);
+    if (parent) wizard.move(CentredOver(parent->window()->frameGeometry(), wizard.size()));
+    wizard.KeepOnScreen();
     wizard.exec();
 }
 
@@ -134,8 +138,9 @@ void frmNew::BuildControls() {
     connect(txtURL, &QLineEdit::textChanged, this, [this](const QString& text) {
         PutSetting(services_.settings, "LastURL", FromQt(text));
     });
-    connect(txtDir, &QLineEdit::textChanged, this,
-            [this](const QString& text) { PutSetting(services_.settings, "InDir", FromQt(text)); });
+    connect(txtDir, &QLineEdit::textChanged, this, [this](const QString& text) {
+        PutFolderSetting(services_.settings, FromDisplayPath(FromQt(text)));
+    });
     txtURL->installEventFilter(this);
     txtDir->installEventFilter(this);
 }
@@ -148,7 +153,7 @@ void frmNew::FormLoad() {
         const QSignalBlocker quietURL(txtURL);
         const QSignalBlocker quietDir(txtDir);
         txtURL->setText(ToQt(fields.txtURL));
-        txtDir->setText(ToQt(fields.txtDir));
+        txtDir->setText(ToQt(ToDisplayPath(fields.txtDir)));
     }
     for (const char* seconds : {"5", "10", "20", "30", "45"}) List2->addItem(seconds);
     List2->setEditText(ToQt(fields.timeout));
@@ -158,6 +163,12 @@ void frmNew::FormLoad() {
 }
 
 void frmNew::done(int result) {
+    // A filter dialog opened from here is the wizard's child, so it takes
+    // input beside the modal wizard; it cannot outlive it, so it closes with
+    // it and, as every way of closing it does, writes filters.txt. The crawl
+    // the wizard may have started scans its first page only later, so it
+    // already sees those keywords.
+    for (zFilter* filters : findChildren<zFilter*>()) filters->reject();
     if (!unloaded_) {
         unloaded_ = true;
         UnloadWizard(FromQt(List2->currentText()), services_, engine_);
@@ -180,8 +191,10 @@ void frmNew::SetFormWidth(int twips) {
 }
 
 WizardFields frmNew::Fields() const {
-    WizardFields fields{
-        FromQt(txtURL->text()), FromQt(txtDir->text()), FromQt(List2->currentText()), {}};
+    WizardFields fields{FromQt(txtURL->text()),
+                        FromDisplayPath(FromQt(txtDir->text())),
+                        FromQt(List2->currentText()),
+                        {}};
     for (int i = 0; i < List1->count(); ++i)
         fields.fileTypes.push_back(FromQt(List1->item(i)->text()));
     return fields;
@@ -189,7 +202,7 @@ WizardFields frmNew::Fields() const {
 
 void frmNew::ShowFolder(const WizardFields& fields) {
     const QSignalBlocker stored(txtDir);  // FolderReady stored it as InDir
-    txtDir->setText(ToQt(fields.txtDir));
+    txtDir->setText(ToQt(ToDisplayPath(fields.txtDir)));
 }
 
 void frmNew::Command1_Click() {
@@ -252,6 +265,8 @@ void frmNew::Command5_Click() {
         MakeFileTypesFile();
 }
 
+// The form grows and shrinks about its centre, then stays on the screen: a
+// wizard near the screen's edge would otherwise lose the part it grew by.
 void frmNew::Command6_Click() {
     const int shift = Twips(*this, (kExpandedTwips - kCollapsedTwips) / 2.0);
     if (widthTwips_ != kCollapsedTwips) {
@@ -263,15 +278,20 @@ void frmNew::Command6_Click() {
         move(x() - shift, y());
         Command6->setText("Options <<");
     }
+    KeepOnScreen();
+}
+
+void frmNew::KeepOnScreen() {
+    move(KeptInside(frameGeometry(), screen()->availableGeometry()));
 }
 
 void frmNew::Command7_Click() {
     zDir chooser(services_.settings, this);
-    if (chooser.exec() == QDialog::Accepted) txtDir->setText(ToQt(chooser.Chosen()));
+    if (chooser.exec() == QDialog::Accepted) txtDir->setText(ToQt(ToDisplayPath(chooser.Chosen())));
 }
 
 void frmNew::Command8_Click() {
-    if (showFilters_) showFilters_();
+    zFilter::ShowModeless(services_, this);
 }
 
 }  // namespace vantorin

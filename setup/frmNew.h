@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,13 +21,11 @@ namespace vantorin {
 
 class frmNew : public QDialog {
 public:
-    // `showFilters` shows the keyword filter dialog without waiting for it.
-    frmNew(SetupServices& services, CrawlEngine& engine, std::function<void()> showFilters,
-           QWidget* parent = nullptr);
+    frmNew(SetupServices& services, CrawlEngine& engine, QWidget* parent = nullptr);
 
-    // Opens a wizard modally and returns when it has unloaded and gone.
-    static void ShowModal(SetupServices& services, CrawlEngine& engine,
-                          std::function<void()> showFilters, QWidget* parent);
+    // Opens a wizard modally, centred over the parent's window and on the
+    // screen, and returns when it has unloaded and gone.
+    static void ShowModal(SetupServices& services, CrawlEngine& engine, QWidget* parent);
 
     // The form's width in twips: 6855 collapsed, 9720 expanded.
     int FormWidthTwips() const { return widthTwips_; }
@@ -40,7 +37,7 @@ public:
     void Command5_Click();  // Set Default
     void Command6_Click();  // Options >> / <<
     void Command7_Click();  // the directory chooser
-    void Command8_Click();  // Filters
+    void Command8_Click();  // Filters: the keyword filters beside the wizard
 
     QLabel* Label1;
     QLineEdit* txtURL;
@@ -74,6 +71,7 @@ private:
     void BuildControls();
     void FormLoad();
     void SetFormWidth(int twips);
+    void KeepOnScreen();
     // What the boxes hold, and the normalised folder shown back after a check.
     WizardFields Fields() const;
     void ShowFolder(const WizardFields& fields);
@@ -82,7 +80,6 @@ private:
 
     SetupServices& services_;
     CrawlEngine& engine_;
-    std::function<void()> showFilters_;
     int widthTwips_ = 6855;
     bool unloaded_ = false;
 };

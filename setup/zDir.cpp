@@ -11,8 +11,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/DefaultFolder.h"
 #include "platform/FileSystem.h"
+#include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
@@ -31,6 +31,11 @@ std::string Backslashed(const QString& nativePath) {
 
 QString Native(const std::string& path) {
     return QString::fromStdString(FileSystem::ToNative(path).string());
+}
+
+// A backslash path as the dialog shows it.
+QString Shown(const std::string& path) {
+    return ToQt(ToDisplayPath(path));
 }
 
 // The roots of the mounted volumes that hold files: the system root first,
@@ -58,9 +63,8 @@ std::vector<QStorageInfo> Drives() {
 zDir::zDir(SettingsStore& settings, QWidget* parent) : QDialog(parent) {
     BuildControls();
     FillDrives();
-    const std::string stored = DefaultTargetFolder();
-    Label1->setText(ToQt(ReadSetting(settings, "InDir", stored)));
-    SetDir1Path(ReadSetting(settings, "InDir", stored));
+    Label1->setText(Shown(ReadFolderSetting(settings)));
+    SetDir1Path(ReadFolderSetting(settings));
 }
 
 void zDir::BuildControls() {
@@ -71,20 +75,22 @@ void zDir::BuildControls() {
     Image1->setPixmap(style()->standardIcon(QStyle::SP_DirHomeIcon).pixmap(32, 32));
     Image1->setAlignment(Qt::AlignCenter);
     PlaceTwips(*Image1, 120, 120, 600, 600);
+    // Wider and taller than first drawn: the caption is not cut by the window
+    // manager's buttons, and deep folders and long paths fit their lists.
     Drive1 = new QComboBox(this);
-    PlaceTwips(*Drive1, 840, 240, 3735, 315);
+    PlaceTwips(*Drive1, 840, 240, 5895, 315);
     Label1 = new QLabel("c:\\", this);
     Label1->setTextFormat(Qt::PlainText);
-    PlaceTwips(*Label1, 840, 660, 3735, 255);
+    PlaceTwips(*Label1, 840, 660, 5895, 255);
     Dir1 = new QListWidget(this);
-    PlaceTwips(*Dir1, 120, 1020, 4455, 2775);
+    PlaceTwips(*Dir1, 120, 1020, 6615, 3495);
     Command1 = new QPushButton("&Ok...", this);
     Command1->setDefault(true);
-    PlaceTwips(*Command1, 1920, 3960, 1215, 375);
+    PlaceTwips(*Command1, 4080, 4680, 1215, 375);
     Command2 = new QPushButton("Cancel", this);
     Command2->setAutoDefault(false);
-    PlaceTwips(*Command2, 3240, 3960, 1335, 375);
-    setFixedSize(Twips(*this, 4695), Twips(*this, 4455));
+    PlaceTwips(*Command2, 5400, 4680, 1335, 375);
+    setFixedSize(Twips(*this, 6855), Twips(*this, 5175));
 
     connect(Drive1, &QComboBox::currentIndexChanged, this, [this] { Drive1_Change(); });
     connect(Dir1, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
@@ -98,7 +104,7 @@ void zDir::FillDrives() {
     const QSignalBlocker quiet(Drive1);
     for (const QStorageInfo& drive : Drives()) {
         std::string root = Backslashed(drive.rootPath());
-        QString shown = ToQt(root);
+        QString shown = Shown(root);
         if (!drive.name().isEmpty()) shown += " [" + drive.name() + "]";
         Drive1->addItem(shown, ToQt(root));
     }
@@ -148,7 +154,7 @@ void zDir::FillFolders() {
     int depth = 0;
     for (const QString& folder : chain) {
         QDir at(folder);
-        QString name = at.isRoot() ? ToQt(Backslashed(folder)) : at.dirName();
+        QString name = at.isRoot() ? Shown(Backslashed(folder)) : at.dirName();
         auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirOpenIcon),
                                          QString(depth * 3, ' ') + name, Dir1);
         item->setData(kPathRole, ToQt(Backslashed(folder)));
@@ -163,7 +169,7 @@ void zDir::FillFolders() {
 }
 
 void zDir::Dir1_Change() {
-    Label1->setText(ToQt(dir1Path_));
+    Label1->setText(Shown(dir1Path_));
 }
 
 void zDir::Drive1_Change() {
@@ -171,7 +177,7 @@ void zDir::Drive1_Change() {
 }
 
 void zDir::Command1_Click() {
-    chosen_ = FromQt(Label1->text()) + "\\";
+    chosen_ = FromDisplayPath(FromQt(Label1->text())) + "\\";
     accept();
 }
 

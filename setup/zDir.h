@@ -1,5 +1,6 @@
 // The directory chooser: pick the folder to save the website in by browsing
-// drives and folders. Ok hands back the open folder + "\".
+// drives and folders. Ok hands back the open folder + "\". Paths are kept in
+// backslash form and shown with the platform's separator.
 #pragma once
 
 #include <QDialog>
@@ -18,7 +19,8 @@ class zDir : public QDialog {
 public:
     explicit zDir(SettingsStore& settings, QWidget* parent = nullptr);
 
-    // What Ok chose: Label1 + "\" (a root therefore ends in two backslashes).
+    // What Ok chose, in backslash form: the folder Label1 shows + "\", so a
+    // root ends in two ("\\", shown "//" off Windows).
     const std::string& Chosen() const { return chosen_; }
 
     // Dir1's path in backslash form. A folder that does not exist opens the

@@ -21,18 +21,18 @@ TEST(SettingsPersistence, ASecondWizardShowsWhatTheFirstStored) {
     {
         QtSettingsStore store;
         SetupServices services{w.vars, w.fs, store, w.dialogs};
-        frmNew first(services, w.engine, w.showFilters);
+        frmNew first(services, w.engine);
         first.txtURL->setText(QString::fromLatin1(url.data(), static_cast<qsizetype>(url.size())));
-        first.txtDir->setText((w.dir.Backslashed() + "site").c_str());
+        first.txtDir->setText((w.dir.Native() + "/site").c_str());
         first.List2->setEditText(" 20 ");
         first.reject();
     }
     EXPECT_TRUE(testing::NativeExists(config.Native() + "/Vantorin/Vantorin.conf"));
     QtSettingsStore again;
     SetupServices later{w.vars, w.fs, again, w.dialogs};
-    frmNew second(later, w.engine, w.showFilters);
+    frmNew second(later, w.engine);
     EXPECT_EQ(second.txtURL->text().toLatin1().toStdString(), url);
-    EXPECT_EQ(second.txtDir->text().toStdString(), w.dir.Backslashed() + "site");
+    EXPECT_EQ(second.txtDir->text().toStdString(), w.dir.Native() + "/site");
     EXPECT_EQ(second.List2->currentText(), "20");
 }
 

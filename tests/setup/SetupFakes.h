@@ -51,8 +51,6 @@ struct SetupWorld {
                        fs,
                        {dialogs, shell, PageTextReader(), Yield(), RecordingSockets(sockets),
                         RecordingTimers(timers)}};
-    int filterDialogs = 0;
-    std::function<void()> showFilters = [this] { ++filterDialogs; };
 };
 
 }  // namespace vantorin::testing

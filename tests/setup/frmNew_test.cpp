@@ -6,11 +6,15 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QTest>
 #include <QTimer>
 #include <filesystem>
 
 #include "setup/zDir.h"
+#include "setup/zFilter.h"
 #include "tests/setup/SetupFakes.h"
 
 namespace vantorin {
@@ -26,10 +30,17 @@ std::string TypesFile(const testing::SetupWorld& w) {
     return testing::ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
 }
 
+// A click as the window system delivers it: a window that a modal dialog
+// blocks never gets it.
+void Click(QWidget* button) {
+    QTest::mouseClick(button->window()->windowHandle(), Qt::LeftButton, {},
+                      button->mapTo(button->window(), button->rect().center()));
+}
+
 TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
     for (const bool download : {true, false}) {
         testing::SetupWorld w;
-        frmNew form(w.services, w.engine, w.showFilters);
+        frmNew form(w.services, w.engine);
         EXPECT_EQ(TypesFile(w), kDefaultsFile);
         EXPECT_EQ(w.settings.values["LastURL"], "http://");  // what was read is written back
         EXPECT_EQ(form.List2->currentText(), "15");
@@ -39,6 +50,9 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
         download ? form.Command1_Click() : form.Command2_Click();
 
         EXPECT_EQ(w.vars.TargetFolder, w.dir.Backslashed() + "site\\deeper\\");
+        // Shown and stored as typed, with the final separator added.
+        EXPECT_EQ(form.txtDir->text().toStdString(), w.dir.Native() + "/site/deeper/");
+        EXPECT_EQ(w.settings.values["InDir"], w.dir.Native() + "/site/deeper/");
         EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")));
         EXPECT_FALSE(testing::NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
         EXPECT_EQ(w.engine.Running(), download);
@@ -55,7 +69,7 @@ TEST(Wizard, AnUnwritableFolderShowsEror_ForDownloadAndClose) {
     // is one that cannot exist: below a plain file.
     testing::SetupWorld w;
     testing::WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
-    frmNew form(w.services, w.engine, w.showFilters);
+    frmNew form(w.services, w.engine);
     form.show();
     const std::string typesBefore = TypesFile(w);
     w.dialogs.inputs.push_back(".new");
@@ -82,7 +96,7 @@ TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
     for (const auto& c : cases) {
         for (const bool frame : {true, false}) {
             testing::SetupWorld w;
-            frmNew form(w.services, w.engine, w.showFilters);
+            frmNew form(w.services, w.engine);
             form.show();
             form.List2->setEditText(c.text);
             frame ? (void)form.close() : form.reject();
@@ -95,7 +109,7 @@ TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
 
 TEST(Wizard, FileTypesButtons) {
     testing::SetupWorld w;
-    frmNew form(w.services, w.engine, w.showFilters);
+    frmNew form(w.services, w.engine);
     w.dialogs.inputs = {"HTML", "  .Jpeg  ", ".abcd", ".htm", "abcde", "   ", std::nullopt};
     for (int i = 0; i < 7; ++i) form.Command3_Click();
     Strings added;
@@ -127,25 +141,63 @@ TEST(Wizard, FileTypesButtons) {
     EXPECT_EQ(TypesFile(w), kDefaultsFile);
 }
 
-TEST(Wizard, OptionsGrowsAndShrinksAboutTheCentre) {
+// The wizard opens centred over the main window and grows and shrinks about
+// its centre, but never leaves the screen's available area.
+TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
     testing::SetupWorld w;
-    frmNew form(w.services, w.engine, w.showFilters);
-    form.move(400, 100);
-    const double dpi = form.logicalDpiX();
-    for (int click = 1; click <= 2; ++click) {
-        form.Command6_Click();
-        EXPECT_EQ(form.width(), qRound((click == 1 ? 9720 - 120 : 6855 - 120) * dpi / 1440.0));
-        EXPECT_EQ(form.x(), click == 1 ? 400 - qRound(1432.5 * dpi / 1440.0) : 400);
-        EXPECT_EQ(form.Command6->text(), click == 1 ? "Options <<" : "Options >>");
+    QWidget main;
+    const QRect screen = main.screen()->availableGeometry();
+    const double dpi = main.logicalDpiX();
+    const int shift = qRound(1432.5 * dpi / 1440.0);
+    const int wide = qRound((9720 - 120) * dpi / 1440.0);
+    const int narrow = qRound((6855 - 120) * dpi / 1440.0);
+    const int middle = screen.x() + shift + 20;  // room to grow on both sides
+    const int end = screen.right() + 1;
+    // The window frame counts once the wizard is shown; its width is `frame`.
+    struct Case {
+        QRect main;
+        std::function<std::vector<int>(int frame)> lefts;  // opened, expanded, collapsed
+    };
+    const Case cases[] = {
+        {{middle - 200, 100, 400 + narrow, 300},
+         [&](int) {
+             return std::vector<int>{middle, middle - shift, middle};
+         }},
+        {{screen.x(), 100, 100, 300},
+         [&](int) {
+             return std::vector<int>{screen.x(), screen.x(), screen.x() + shift};
+         }},
+        {{end - 100, 100, 100, 300}, [&](int frame) {
+             return std::vector<int>{end - narrow, end - wide - frame, end - wide - frame + shift};
+         }}};
+    for (const Case& c : cases) {
+        main.setGeometry(c.main);
+        std::vector<int> lefts;
+        int frame = 0;
+        QTimer::singleShot(0, [&] {
+            auto* wizard = dynamic_cast<frmNew*>(QApplication::activeModalWidget());
+            ASSERT_NE(wizard, nullptr);
+            lefts.push_back(wizard->x());
+            frame = wizard->frameGeometry().width() - wizard->width();
+            EXPECT_NEAR(wizard->geometry().center().y(), main.geometry().center().y(), 1);
+            for (int click = 0; click < 2; ++click) {
+                wizard->Command6_Click();
+                lefts.push_back(wizard->x());
+            }
+            EXPECT_EQ(wizard->Command6->text(), "Options >>");
+            wizard->reject();
+        });
+        frmNew::ShowModal(w.services, w.engine, &main);
+        EXPECT_EQ(lefts, c.lefts(frame)) << c.main.x();
     }
 }
 
-TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolderAndFiltersOpensTheFilters) {
+TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolder) {
     testing::SetupWorld w;
     std::filesystem::create_directories(w.dir.NativePath("sites/Beta"));
-    const std::string beta = w.dir.Backslashed() + "sites\\Beta\\";
-    w.settings.values["InDir"] = w.dir.Backslashed() + "sites";
-    frmNew form(w.services, w.engine, w.showFilters);
+    const std::string beta = w.dir.Native() + "/sites/Beta/";
+    w.settings.values["InDir"] = w.dir.Native() + "/sites";
+    frmNew form(w.services, w.engine);
     QTimer::singleShot(0, [] {
         auto* chooser = dynamic_cast<zDir*>(QApplication::activeModalWidget());
         ASSERT_NE(chooser, nullptr);
@@ -159,9 +211,34 @@ TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolderAndFiltersOpensTheFilters)
     QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
     form.Command7_Click();  // closed by its frame: nothing changes
     EXPECT_EQ(form.txtDir->text().toStdString(), beta);
+}
 
-    form.Command8_Click();
-    EXPECT_EQ(w.filterDialogs, 1);
+// The keyword filters opened from the modal wizard take input beside it, the
+// wizard still takes its own, and closing the wizard closes them, written.
+TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
+    testing::SetupWorld w;
+    QWidget main;
+    main.show();
+    QPointer<zFilter> filters;
+    QTimer::singleShot(0, [&] {
+        auto* wizard = dynamic_cast<frmNew*>(QApplication::activeModalWidget());
+        ASSERT_NE(wizard, nullptr);
+        Click(wizard->Command8);
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (auto* opened = dynamic_cast<zFilter*>(top)) filters = opened;
+        ASSERT_FALSE(filters.isNull());
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(filters));
+        filters->Text1->setText("ads");
+        Click(filters->Command1);
+        EXPECT_EQ(filters->Items(), Strings{"ADS"});
+        Click(wizard->Command6);
+        EXPECT_EQ(wizard->Command6->text(), "Options <<");
+        wizard->reject();
+    });
+    frmNew::ShowModal(w.services, w.engine, &main);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(filters.isNull());
+    EXPECT_EQ(testing::ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
 }
 
 }  // namespace

@@ -39,6 +39,13 @@ test-sanitize: deps
 demo: build
 	@sh scripts/demo.sh $(BUILD)/app/vantorin
 
+# Rewrites the pictures in docs/ from the real program under a virtual X
+# server with a window manager; not part of `make test`.
+.PHONY: screenshots
+screenshots: build
+	@sh scripts/install-deps.sh screenshots
+	@sh scripts/screenshots.sh $(BUILD)/app/vantorin docs
+
 bench: deps
 	@cmake -S . -B $(BUILD)-bench -DCMAKE_BUILD_TYPE=Release -DVANTORIN_BENCH=ON -DBUILD_TESTING=OFF >/dev/null
 	@cmake --build $(BUILD)-bench -j$(JOBS)

@@ -11,14 +11,15 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QTimer>
-#include <QWindow>
 #include <utility>
 
 #include "platform/Text.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/ScreenPlacement.h"
 #include "platform/gui/Twips.h"
 #include "ui/frmPause.h"
 
@@ -54,6 +55,10 @@ frmMain::frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, Sh
     BuildControls();
     BuildMenu();
     resize(TwipsToPixels(kFormWidth, logicalDpiX()), TwipsToPixels(kFormHeight, logicalDpiY()));
+    // Placed by the program, not left to the window manager: the wizard opens
+    // centred over the window as soon as it is shown, before a window manager
+    // would have placed it, and a reload shows it where it was.
+    move(CentredOver(screen()->availableGeometry(), size()));
     state_.onChange = [this](StateChange change, int slot) { Render(change, slot); };
     engine_.onOutcome = [this](CrawlOutcome outcome) {
         if (outcome == CrawlOutcome::Stopped) ReloadWindow();
@@ -299,17 +304,13 @@ void frmMain::resizeEvent(QResizeEvent* e) {
 }
 
 bool frmMain::event(QEvent* e) {
-    // Being put on the screen counts as activated too: without a window
-    // manager no activation comes. Not at the show itself: a window manager
-    // places the window only after it, and the wizard opens centred on it.
-    if (e->type() == QEvent::Show && windowHandle()) windowHandle()->installEventFilter(this);
-    if (e->type() == QEvent::WindowActivate) Activated();
+    // Shown counts as activated too: without a window manager no activation comes.
+    const bool activated = e->type() == QEvent::WindowActivate || e->type() == QEvent::Show;
+    if (activated && ShowWizardOnActivate) {
+        // Opened once the activation has been handled, so the window is drawn first.
+        QTimer::singleShot(0, this, [this] { Form_Activate(); });
+    }
     return QMainWindow::event(e);
-}
-
-void frmMain::Activated() {
-    // Opened once the activation has been handled, so the window is drawn first.
-    if (ShowWizardOnActivate) QTimer::singleShot(0, this, [this] { Form_Activate(); });
 }
 
 void frmMain::Form_Activate() {
@@ -340,8 +341,6 @@ void frmMain::closeEvent(QCloseEvent* e) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* e) {
-    if (watched == windowHandle() && e->type() == QEvent::Expose && windowHandle()->isExposed())
-        Activated();
     if (watched == text1_ && e->type() == QEvent::FocusIn) {
         // After the click that gave the focus has placed the caret.
         QTimer::singleShot(0, this, [this] { Text1_GotFocus(); });

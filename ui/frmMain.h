@@ -98,7 +98,6 @@ private:
     void Place(QWidget* widget, const TwipRect& rect) const;
     QLabel* MakeLabel(QWidget* parent, const char* name, const char* caption);
     void ShowWizard();
-    void Activated();  // the wizard follows, when the window is loaded afresh
     // The state drawn on the controls: one part as it changes, or all of it.
     void Render(StateChange change, int slot);
     void RenderAll();

@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -37,6 +38,10 @@ void Type(QWidget* widget, Qt::Key key, const QString& text) {
 
 TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
     EXPECT_EQ(window.windowTitle().toStdString(), "Vantorin Website Downloader 1.9");
+    // Placed before it is shown, so the wizard it opens at once stands over it.
+    const QPoint centre = window.screen()->availableGeometry().center();
+    EXPECT_NEAR(window.geometry().center().x(), centre.x(), 1);
+    EXPECT_NEAR(window.geometry().center().y(), centre.y(), 1);
     const std::pair<int, std::string> captions[] = {
         {1, "Queued"},  {2, "Downloaded"},     {3, "0 Files"},      {4, "0 Bytes"},
         {5, "0 Files"}, {6, "Not Connected."}, {8, "Queued Files"}, {9, "How many connections?"}};
@@ -128,15 +133,8 @@ TEST_F(UiTest, EnterStartsAndStopOrANewSiteAskFirst) {
     window.command(2)->click();
     window.mnunew_Click();
     EXPECT_EQ(wizards, 2);
+    EXPECT_EQ(dialogs.asked.size(), 2u);
     EXPECT_FALSE(window.command(1)->isEnabled());
-    dialogs.answers = {kAnswerYes};  // stopped and reloaded: the wizard follows
-    window.mnupref_Click();
-    EXPECT_EQ(wizards, 3);
-    EXPECT_EQ(dialogs.asked.size(), 3u);
-    EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
-    EXPECT_TRUE(window.command(1)->isEnabled());
-    EXPECT_EQ(ends, 0);
-    window.hide();
 }
 
 TEST_F(UiTest, ConnectionsCountTypedAndChosen) {

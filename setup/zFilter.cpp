@@ -90,8 +90,8 @@ void zFilter::Command1_Click() {
     const std::string keyword = Trim(FromQt(Text1->text()));
     if (!keyword.empty()) {
         if (FilterExists(keyword, Items()))
-            services_.dialogs.MsgBox("Filter already exists in the list!", "Filter",
-                                     kInformation | kOkOnly);
+            services_.dialogs.Ask("Filter already exists in the list!", "Filter",
+                                  kInformation | kOkOnly, {});
         else
             List1->addItem(ToQt(UCase(keyword)));
     }
@@ -114,9 +114,10 @@ void zFilter::Command2_Click() {
 }
 
 void zFilter::Command3_Click() {
-    if (services_.dialogs.MsgBox("Are you sure you want to remove all the filters?",
-                                 "Clear Filters", kCritical | kYesNo) == kAnswerYes)
-        List1->clear();
+    services_.dialogs.Ask("Are you sure you want to remove all the filters?", "Clear Filters",
+                          kCritical | kYesNo, [this](int answer) {
+                              if (answer == kAnswerYes) List1->clear();
+                          });
 }
 
 void zFilter::Command4_Click() {

@@ -1,6 +1,9 @@
 // The keyword filter dialog: shows KeywordFilters, lets the user add and
 // remove keywords, and on closing (any way) makes the list the new filters
 // and writes "filters.txt".
+// Its messages are asked without waiting in them: opened from the main window
+// it stays open during a crawl, and a click handled inside a save's or a
+// scan's yield must not freeze that job until the message is closed.
 #pragma once
 
 #include <QDialog>

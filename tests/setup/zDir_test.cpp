@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <filesystem>
 
 #include "tests/setup/SetupFakes.h"
@@ -28,6 +29,8 @@ TEST(DirectoryChooser, OpensTheStoredFolderOrTheRootOfAMissingOne) {
         testing::MemorySettings settings;
         settings.values["InDir"] = stored;
         zDir chooser(settings);
+        EXPECT_EQ(chooser.windowTitle(), "Select Directory to Save the Website");
+        EXPECT_TRUE(chooser.Command1->isDefault());
         EXPECT_EQ(chooser.Label1->text().toStdString(), shown) << stored;
         EXPECT_EQ(chooser.Dir1->item(0)->text().toStdString(), "/") << stored;
         EXPECT_TRUE(chooser.Drive1->currentText().startsWith("/")) << stored;

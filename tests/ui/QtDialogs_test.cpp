@@ -35,6 +35,9 @@ TEST(QtDialogs, AQuestionAskedWithoutWaitingIsAnsweredByItsBox) {
         ASSERT_NE(box, nullptr);
         EXPECT_EQ(answer, 0);
         EXPECT_EQ(box->windowModality(), Qt::ApplicationModal);
+        if (c.style & kYesNo) {
+            EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::Yes));
+        }
         EXPECT_EQ(box->icon(),
                   (c.style & kCritical) ? QMessageBox::Critical : QMessageBox::Information);
         c.clicked == QMessageBox::NoButton ? (void)box->close() : box->button(c.clicked)->click();

@@ -66,11 +66,14 @@ TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
                            "mnupause=Pause Download ", "-", "mnuexplore=&Explore... ", "-",
                            "mnupref=&Preferences... ", "mnuhelp=&Help", "mnuabout=&About F1"}));
 
+    window.show();
     for (int i = 1; i <= kSlotCount; ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(Caption(window.l(i)), "Not Connected.");
         EXPECT_EQ(Caption(window.x(i)), std::to_string(i));
-        EXPECT_TRUE(window.k(i)->isHidden());  // the size label is never shown
+        EXPECT_TRUE(window.l(i)->isVisible() && window.x(i)->isVisible());
+        EXPECT_TRUE(window.k2(i)->isVisible());
+        EXPECT_FALSE(window.k(i)->isVisible());  // the size label is never shown
         // Each row stands right below the one before it.
         EXPECT_EQ(window.l(i)->y(), window.l(i - 1)->y() + window.l(i - 1)->height());
         EXPECT_EQ(window.txtMax()->itemText(i - 1).toStdString(), std::to_string(i));
@@ -79,6 +82,7 @@ TEST_F(UiTest, CaptionsMenusAndTheTwentyFourRows) {
     // A status text long enough to reach the "Data In" column ends under it.
     const QPoint underDataIn(window.picture(3)->x() + 3, window.l(1)->y() + 2);
     EXPECT_EQ(window.picture(1)->childAt(underDataIn), window.picture(3));
+    window.hide();
 }
 
 TEST_F(UiTest, QueueDoubleClickOpensTheEntryAsAnAddress) {
@@ -183,6 +187,12 @@ TEST_F(UiTest, PauseStopsTheTickUntilThePauseDialogClosesAnyWay) {
         QPointer<QDialog> pause = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         ASSERT_FALSE(pause.isNull());
         EXPECT_EQ(pause->windowTitle(), "Paused");
+        QStringList captions;
+        for (const QLabel* label : pause->findChildren<QLabel*>())
+            captions << label->text() + " " + label->font().family();
+        EXPECT_EQ(captions, (QStringList{"Download Paused Verdana",
+                                         "No new files will start downloading while program "
+                                         "is paused. Verdana"}));
         EXPECT_EQ(pause->windowModality(), Qt::ApplicationModal);
         EXPECT_FALSE(tick.Enabled()) << way;
         if (way == 0) pause->findChild<QPushButton*>()->click();

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
@@ -239,6 +241,39 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
     EXPECT_EQ(testing::ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
+}
+
+// The designed captions of the wizard and the filter dialog, in the order the
+// controls were made, with the window's title first.
+TEST(Wizard, CaptionsOfTheWizardAndTheFilterDialog) {
+    testing::SetupWorld w;
+    const auto captions = [](const QWidget& dialog) {
+        QStringList found{dialog.windowTitle()};
+        for (const QWidget* child : dialog.findChildren<QWidget*>()) {
+            if (auto* label = qobject_cast<const QLabel*>(child); label && !label->text().isEmpty())
+                found << label->text();
+            if (auto* button = qobject_cast<const QAbstractButton*>(child)) found << button->text();
+        }
+        return found;
+    };
+    frmNew wizard(w.services, w.engine);
+    zFilter filters(w.services);
+    EXPECT_EQ(captions(wizard),
+              (QStringList{"New Site Wizard", "Website to Download", "Save to this Directory", "",
+                           "If you have previously downloaded this website, make sure the "
+                           "directory is different to last time, or the website may not be "
+                           "downloaded correctly.",
+                           "Download Website Now!", "Close", "Options >>", "Filters",
+                           "Get These File Types", "Add", "Delete", "Set Default", "Timeout",
+                           "Seconds"}));
+    EXPECT_EQ(captions(filters),
+              (QStringList{"Keyword Filters", "Keyword Filters",
+                           "Whenever a URL is added to the list to be downloaded, it will be "
+                           "compared with the keywords in this list. If any of the keyword text "
+                           "exists anywhere in the URL, it will be removed from the download list.",
+                           "Add Keyword", "Add", "Remove", "Clear All", "Close",
+                           "Note: Use longer filter keywords where possible to avoid filtering "
+                           "out wanted files."}));
 }
 
 }  // namespace

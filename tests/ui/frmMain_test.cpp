@@ -114,8 +114,14 @@ TEST_F(UiTest, MenusAndButtonsReachTheirActionsAndClosingAsksFirst) {
     window.show();
     dialogs.answers = {kAnswerNo};
     EXPECT_FALSE(window.close());
-    dialogs.answers = {kAnswerYes};
-    window.mnuexit_Click();
+    // Answered later: No keeps the window and asks nothing more; Yes closes it.
+    dialogs.holdAnswers = true;
+    for (const int answer : {kAnswerNo, kAnswerYes}) {
+        window.mnuexit_Click();
+        EXPECT_TRUE(window.isVisible());
+        dialogs.held.back()(answer);
+    }
+    EXPECT_EQ(dialogs.held.size(), 2u);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(ends, 1);
     EXPECT_TRUE(StartsWith(dialogs.asked.at(1), "Exit Vantorin 68: "));
@@ -132,6 +138,9 @@ TEST_F(UiTest, EnterStartsAndStopOrANewSiteAskFirst) {
     Type(window.text1(), Qt::Key_Return, QStringLiteral("\r"));
     EXPECT_FALSE(window.command(1)->isEnabled());
     EXPECT_EQ(Caption(window.l(1)), "Connecting to www.example.com");
+    EXPECT_EQ(window.text1()->text(), "www.example.com");  // cleaned by the start
+    window.Text1_GotFocus();
+    EXPECT_EQ(window.text1()->selectedText(), "www.example.com");
 
     dialogs.answers = {kAnswerNo, kAnswerNo};  // Stop, then New Site, answered No
     window.command(2)->click();
@@ -170,6 +179,7 @@ TEST_F(UiTest, ActivationShowsTheWizardOnceAndReloadStartsOverFromTheDesign) {
     state.Stopping = true;
     window.ReloadWindow();
     EXPECT_TRUE(dialogs.asked.empty());  // the unload asks nothing while stopping
+    EXPECT_EQ(window.findChildren<QLabel*>("l24").size(), 1);  // the old rows are gone
     EXPECT_EQ(window.list1()->model()->rowCount(), 0);
     EXPECT_EQ(window.txtMax()->currentText().toStdString(), "4");
     EXPECT_EQ(engine.tmrOut(2).Interval(), kDefaultTimeoutMs);
@@ -189,8 +199,9 @@ TEST_F(UiTest, PauseStopsTheTickUntilThePauseDialogClosesAnyWay) {
         EXPECT_EQ(pause->windowTitle(), "Paused");
         QStringList captions;
         for (const QLabel* label : pause->findChildren<QLabel*>())
-            captions << label->text() + " " + label->font().family();
-        EXPECT_EQ(captions, (QStringList{"Download Paused Verdana",
+            captions << label->text() + " " + label->font().family() +
+                            (label->font().bold() ? " bold" : "");
+        EXPECT_EQ(captions, (QStringList{"Download Paused Verdana bold",
                                          "No new files will start downloading while program "
                                          "is paused. Verdana"}));
         EXPECT_EQ(pause->windowModality(), Qt::ApplicationModal);

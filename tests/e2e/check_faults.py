@@ -105,7 +105,9 @@ class ServerFaults(unittest.TestCase):
                 # At most the response and one copy are held at once (the saved
                 # body, then the scanner's rewritten text): 2.1 to 2.2 times the
                 # body measured, 2.5 times the bound.
-                self.assertLess(run.peak_rss_kib * 1024, 2.5 * fault_server.BIG_SIZE)
+                # The sanitizers' allocator keeps freed memory aside: no bound there.
+                if "ASAN_OPTIONS" not in os.environ:
+                    self.assertLess(run.peak_rss_kib * 1024, 2.5 * fault_server.BIG_SIZE)
                 self.assertLess(run.seconds, 60)
 
 
@@ -140,9 +142,12 @@ class Stops(unittest.TestCase):
 class HostilePages(unittest.TestCase):
     # Hosts ".." and ".", climbing, absolute and backslash paths, a 300- and a
     # 100,000-character link, 100,000 links on one page, NUL and high bytes.
+    # The timeout outlasts the scan of the 100,000 links, which is slow under
+    # the sanitizers: a retry on each timeout would rescan it, and a third
+    # timeout gives the job up and may end the crawl before its links are in.
     @classmethod
     def setUpClass(cls):
-        cls.crawl = Run("hostile", "www.hostile.test", "--timeout", "1", measure=True)
+        cls.crawl = Run("hostile", "www.hostile.test", "--timeout", "3", measure=True)
         print(f"\n  hostile: exit {cls.crawl.status} after {cls.crawl.seconds:.1f} s, "
               f"{len(cls.crawl.requests)} requests, {len(cls.crawl.files())} files, "
               f"peak RSS {cls.crawl.peak_rss_kib} KiB", end="")

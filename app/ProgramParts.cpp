@@ -4,9 +4,9 @@
 
 #include "platform/DefaultFolder.h"
 #include "platform/PageText.h"
+#include "platform/ProgramFolder.h"
 #include "platform/QtSocket.h"
 #include "platform/QtTimer.h"
-#include "platform/Text.h"
 
 namespace vantorin {
 
@@ -21,8 +21,7 @@ CrawlVariables StartingVariables() {
 }  // namespace
 
 std::string ProgramFolder() {
-    const std::string folder = QCoreApplication::applicationDirPath().toLatin1().toStdString();
-    return Replace(folder, "/", "\\");
+    return FindProgramFolder();
 }
 
 ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell)

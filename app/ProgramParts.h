@@ -16,7 +16,8 @@
 
 namespace vantorin {
 
-// The executable's folder in the program's backslash form, without a trailing "\".
+// The folder of the program's own files (see platform/ProgramFolder.h), in
+// backslash form without a trailing "\"; made when missing.
 std::string ProgramFolder();
 
 // Needs the application object to exist first.

@@ -5,6 +5,7 @@
 
 #include "app/HeadlessRun.h"
 #include "app/ProgramParts.h"
+#include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "platform/gui/QtShellOpen.h"
 #include "setup/frmNew.h"
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     if (argc > 1) return RunCommandLine(argc, argv);
 
     QApplication app(argc, argv);
+    SetApplicationIcon();
     // The program ends when the window's unload says so, not when it hides to reload.
     QApplication::setQuitOnLastWindowClosed(false);
 

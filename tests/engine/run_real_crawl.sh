@@ -3,10 +3,12 @@
 # up, a hosts file naming www.testsite.test as 127.0.0.1 bind-mounted over
 # /etc/hosts, and an HTTP server on port 80 serving the fixture site.
 # Usage: run_real_crawl.sh CRAWL_TEST_PROGRAM FIXTURE_FOLDER
+# A normal user maps itself to root in a user namespace of its own.
 # Exits 77 (skipped) when a private namespace cannot be made here.
 set -u
-unshare -n -m true 2>/dev/null || { echo "skipped: no private network namespace here"; exit 77; }
-exec unshare -n -m sh -c '
+if [ "$(id -u)" = "0" ]; then enter="unshare -n -m"; else enter="unshare -r -n -m"; fi
+$enter true 2>/dev/null || { echo "skipped: no private network namespace here ($enter)"; exit 77; }
+exec $enter sh -c '
     ip link set lo up && work=$(mktemp -d) || exit 1
     echo "127.0.0.1 localhost www.testsite.test testsite.test" > "$work/hosts"
     mount --bind "$work/hosts" /etc/hosts || exit 1

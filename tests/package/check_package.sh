@@ -31,5 +31,5 @@ else
 fi
 # A clean environment: the checks must not pick up the caller's XDG folders.
 # shellcheck disable=SC2086
-exec $run_as_user env -i HOME="$scratch/home" PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 \
+$run_as_user env -i HOME="$scratch/home" PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 \
     sh "$scratch/as_user.sh" "$scratch"

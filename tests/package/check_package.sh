@@ -25,7 +25,7 @@ if [ "$(id -u)" = "0" ]; then
     id -u "$user" >/dev/null 2>&1 || useradd --no-create-home --shell /usr/sbin/nologin "$user"
     chown "$user:" "$scratch/home" "$scratch/out"
     chmod -R a+rX "$scratch/demo-site"
-    run_as_user="setpriv --reuid=$user --regid=$user --clear-groups"
+    run_as_user="setpriv --reuid=$(id -u "$user") --regid=$(id -g "$user") --clear-groups"
 else
     run_as_user=""
 fi

@@ -80,6 +80,8 @@ check "the program exits 0" test "$(cat "$out/status" 2>/dev/null)" = 0
 data=$HOME/.local/share/Vantorin
 check "temp/filetypes.txt in ~/.local/share/Vantorin" test -s "$data/temp/filetypes.txt"
 check "dldata/ in ~/.local/share/Vantorin" test -d "$data/dldata"
+check "settings in ~/.config/Vantorin/Vantorin.conf" grep -q "^LastURL=www.demo.test" \
+    "$HOME/.config/Vantorin/Vantorin.conf"
 check "nothing written beside the program" test "$(ls -A "$root/usr/bin")" = vantorin
 mirrored=$(cd "$out/mirror/demo.test" 2>/dev/null && find . -type f | sort)
 check "the mirror holds the demo site's 9 files" test "$mirrored" = "./about/index.html

@@ -20,7 +20,9 @@ check() {
 }
 silent() {
     # Runs a validator that must print nothing (its output is shown otherwise).
-    said=$("$@" 2>&1) && [ -z "$said" ] || { echo "$said"; return 1; }
+    if said=$("$@" 2>&1) && [ -z "$said" ]; then return 0; fi
+    echo "$said"
+    return 1
 }
 quiet() {
     # Runs a validator whose output matters only when it fails.

@@ -1,10 +1,12 @@
 #!/bin/sh
-# Installs the Debian packages the build, the tests and the demo need.
+# Installs the Debian packages the build, the tests, the demo and the package
+# (with its validators) need.
 # As root it runs apt-get itself; otherwise it prints the line to run.
 set -e
 
 PACKAGES="cmake make g++ clang libclang-rt-14-dev pkg-config qt6-base-dev libgl-dev libgumbo-dev libgtest-dev libgmock-dev
- libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time"
+ libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time
+ dpkg-dev lintian desktop-file-utils appstream man-db"
 
 missing=""
 for p in $PACKAGES; do

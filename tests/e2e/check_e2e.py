@@ -127,6 +127,27 @@ class CustomFileTypes(MirrorChecks, unittest.TestCase):
                          b".html\r\n.txt\r\n")
 
 
+class InstalledProgram(MirrorChecks, unittest.TestCase):
+    # The executable's folder read-only, as under /usr/bin: the same crawl as
+    # CustomFileTypes, its list read from $XDG_DATA_HOME/Vantorin.
+    expected = "types"
+
+    @classmethod
+    def setUpClass(cls):
+        cls.crawl = Run("installed", ["--url", "http://www.e2esite.test/types/index.html", "--dir", "{out}"],
+                        files={"temp/filetypes.txt": b".html\r\n.txt\r\n"}, installed=True)
+
+    def test_nothing_is_written_beside_the_program(self):
+        self.assertEqual(os.listdir(self.crawl.program_folder), ["vantorin"])
+        self.assertTrue(os.path.isdir(os.path.join(self.crawl.files_folder, "dldata")))
+
+    def test_first_start_makes_the_data_folder(self):
+        run = Run("installed-first", ["--url", "www.e2esite.test", "--dir", "/proc/version/site"],
+                  installed=True)
+        self.assertEqual(run.status, 2, run.stderr)
+        self.assertTrue(os.path.isdir(os.path.join(run.files_folder, "dldata")))
+
+
 class SilentServer(MirrorChecks, unittest.TestCase):
     # A server that accepts and never answers: three attempts of one second,
     # the timeout text saved each time, then completion.

@@ -54,7 +54,7 @@ std::string UsageText() {
            "Exit status:\n"
            "  0    the site was downloaded and every file written\n"
            "  2    the folder cannot be written to\n"
-           "  3    files could not be written (counted and listed on stderr)\n"
+           "  3    files could not be written, or were refused (listed on stderr)\n"
            "  4    no server answered: nothing was received\n"
            "  64   usage error\n"
            "  130  interrupted (Ctrl-C or SIGTERM)\n"

@@ -35,7 +35,10 @@ WriteFaults Combined(const WriteFaults& first, const WriteFaults& second) {
 
 int ExitStatus(const CrawlResult& result) {
     if (result.interrupted) return kExitInterrupted;
-    if (result.faults.filesFailed > 0 || result.faults.linesFailed > 0) return kExitWriteFailed;
+    const WriteFaults& f = result.faults;
+    // A refused write is a file not written too: a target folder named with
+    // "www." has every write of its mirror refused.
+    if (f.filesFailed > 0 || f.linesFailed > 0 || f.refused > 0) return kExitWriteFailed;
     if (result.bytesReceived == 0) return kExitNoServer;
     return kExitDone;
 }

@@ -21,8 +21,8 @@ struct CrawlResult {
 // Counts added; the kept failures of `first` before those of `second`.
 WriteFaults Combined(const WriteFaults& first, const WriteFaults& second);
 
-// 130 interrupted; 3 a file or line could not be written; 4 nothing was
-// received; else 0. 3 wins over 4, as the lower code does in wget: the
+// 130 interrupted; 3 a file or line could not be written or a write was
+// refused; 4 nothing was received; else 0. 3 wins over 4, as the lower code does in wget: the
 // write failures are the ones a retry against a reachable server would not
 // mend.
 int ExitStatus(const CrawlResult& result);

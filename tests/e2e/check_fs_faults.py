@@ -46,9 +46,10 @@ class Case:
     # saved and four gated pages wait on the server), the exit at the end and
     # what stderr then says.
     def __init__(self, name, links, status, says=(), tmpfs=None, before=None, at_gate=None,
-                 deep=False):
+                 deep=False, out=None):
         self.name, self.links, self.status, self.says = name, links, status, says
         self.tmpfs, self.before, self.at_gate, self.deep = tmpfs, before, at_gate, deep
+        self.out = out
 
 
 def fill_pages(n):
@@ -68,6 +69,13 @@ def plain_file_for_folder(run):
     os.makedirs(host_folder)
     with open(os.path.join(host_folder, "sub"), "wb") as f:
         f.write(b"a plain file where the mirror needs a folder\n")
+
+
+def leave_placeholder(run):
+    # What a run stopped mid-crawl by a crash or a power cut leaves.
+    os.makedirs(os.path.join(run.out, run.host[len("www."):]))
+    with open(os.path.join(run.out, run.host[len("www."):], "p0.html.tmp"), "wb") as f:
+        f.write(b"This file is queued to be downloaded, or did not download correctly.\r\n")
 
 
 def read_only_program(run):
@@ -108,6 +116,11 @@ CASES = [
                                      b"program/temp/filetypes.txt: Read-only file system"),
          before=read_only_program),
     Case("settings", [b"ok.html"], 0, (), before=read_only_settings),
+    Case("leftover", fill_pages(3), 0, (b"Hint: the folder holds 1 placeholder (\".tmp\")",),
+         before=leave_placeholder),
+    # "www." is cut from the mirror's paths, so they fall outside the folder.
+    Case("wwwdir", [b"ok.html"], 3, (b"writes were refused: outside the target folder\n",),
+         out=os.path.join(check_faults.BOX[-1], "l3", "www.mirror")),
 ]
 GATED = {c.name for c in CASES if c.at_gate}
 BENCH = Case("bench", [], 3, (b"files could not be written:", b"No space left on device"),
@@ -154,6 +167,8 @@ class Run(check_faults.Run):
             deep = os.path.join(*["d" * 100] * ((3990 - len(top)) // 101))
             rest = 4070 - len(os.path.join(top, deep, "mirror")) - 1
             self.out_folder = os.path.join(check_faults.BOX[-1], "l3", deep, "x" * rest, "mirror")
+        if case.out:
+            self.out_folder = case.out
         self.mount_point = os.path.join(self.folder, check_faults.BOX[-1], "l3")
         super().__init__(name, self.host, "--timeout", "5", files=TYPES,
                          during=self.fault_then_stop, measure=True)
@@ -166,6 +181,7 @@ class Run(check_faults.Run):
         if self.case.before:
             self.case.before(self)
         self.before = snapshot(self.folder, skip=self.not_watched())
+        self.tmp_before = set(self.tmp_files())
 
     def not_watched(self):
         return {self.program_folder, self.out, self.config}
@@ -213,6 +229,15 @@ class Run(check_faults.Run):
         return changes(self.before, after)
 
 
+def summary(run):
+    files = run.files().values()
+    said = [line.split(b":")[0].decode() for line in run.stderr.splitlines()
+            if line[:1].isdigit() or line.startswith(b"No server")]
+    return (f"exit {run.status} after {run.seconds:.1f} s, {len(files)} files "
+            f"({sum(os.path.getsize(f) == 0 for f in files)} empty), "
+            f"{len(run.tmp_files())} .tmp left, peak RSS {run.peak_rss_kib} KiB; {'; '.join(said)}")
+
+
 def run_all(runs):
     with concurrent.futures.ThreadPoolExecutor(max_workers=4) as pool:
         return list(pool.map(lambda args: Run(*args), runs))
@@ -226,9 +251,7 @@ class FileSystemFaults(unittest.TestCase):
                             if not (stop and c.status == 2)])
         print(f"\n  {len(cls.runs)} runs in {time.monotonic() - started:.1f} s", end="")
         for run in cls.runs:
-            print(f"\n  {run.case.name}{' SIGINT' if run.stop else ''}: exit {run.status} after "
-                  f"{run.seconds:.1f} s, {len(run.files())} files, "
-                  f"{len(run.tmp_files())} .tmp left, peak RSS {run.peak_rss_kib} KiB", end="")
+            print(f"\n  {run.case.name}{' SIGINT' if run.stop else ''}: {summary(run)}", end="")
 
     def test_each_run_ends_as_designed_and_touches_nothing_else(self):
         for run in self.runs:
@@ -242,11 +265,12 @@ class FileSystemFaults(unittest.TestCase):
                 program = changes(run.program_before, snapshot(run.program_folder))
                 self.assertLessEqual(set(program), check_faults.PROGRAM_FOLDER_ADDITIONS)
                 self.assertNotIn(b"etting", err)  # nothing said about settings
-                if run.tmp_at_fault is not None and run.case.at_gate == read_only_target:
-                    # Nothing can be deleted from a read-only folder; nothing was added.
-                    self.assertLessEqual(set(run.tmp_files()), run.tmp_at_fault)
-                else:
-                    self.assertEqual(run.tmp_files(), [])
+                # Placeholders in folders the crawl did not make stay, as
+                # designed; nothing can be deleted from a read-only folder.
+                kept = run.tmp_before
+                if run.case.at_gate == read_only_target:
+                    kept = kept | run.tmp_at_fault
+                self.assertLessEqual(set(run.tmp_files()), kept)
                 if run.stop:
                     self.assertTrue(run.note["running"])
                     self.assertEqual(run.status, 130, err[-3000:])
@@ -263,11 +287,16 @@ class FileSystemFaults(unittest.TestCase):
         self.assertEqual(sorted(run.files()),
                          sorted(wanted + [os.path.join("_SearchData", "deleted.test.txt")]))
 
+    def test_leftover_placeholder_keeps_its_page_from_being_fetched(self):
+        run = next(r for r in self.runs if r.case.name == "leftover" and not r.stop)
+        self.assertEqual(sorted(p for p in run.files() if p.startswith("leftover.test")),
+                         [os.path.join("leftover.test", n)
+                          for n in ["index.html", "p0.html.tmp", "p1.html", "p2.html"]])
+
     def test_real_sized_site_on_a_full_disk(self):
         # The benchmark site's 400 pages (its images and sheets not taken) onto 1 MiB.
         run = Run(BENCH)
-        print(f"\n  bench: exit {run.status} after {run.seconds:.1f} s, "
-              f"peak RSS {run.peak_rss_kib} KiB, {run.stderr.splitlines()[-9:]}", end="")
+        print(f"\n  bench: {summary(run)}", end="")
         self.assertEqual(run.status, 3, run.stderr[-3000:])
         counted = next(line for line in run.stderr.splitlines() if b"could not be written" in line)
         self.assertGreater(int(counted.split()[0].replace(b",", b"")), 100)

@@ -34,10 +34,11 @@ def mount(*args):
 
 
 def read_only(path, bind=True):
-    # Root ignores permission bits; a read-only mount binds root too.
+    # Root ignores permission bits; a read-only mount binds root too. Only the
+    # mount's own flag changes: a user namespace may not remount the file system.
     if bind:
         mount("--bind", path, path)
-    subprocess.run(["mount", "-o", "remount,ro" + (",bind" if bind else ""), path], check=True)
+    subprocess.run(["mount", "-o", "remount,bind,ro", path], check=True)
 
 
 class Case:

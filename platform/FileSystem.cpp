@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
+#include <initializer_list>
 #include <system_error>
 
 #include "platform/Text.h"

@@ -19,6 +19,7 @@ import harness
 from harness import DONE_LINE, changes, snapshot
 
 HERE = os.path.dirname(os.path.abspath(__file__))
+RSS_BOUND_KIB = (100 * 1024 * 1024 + harness.SANITIZER_RSS_BYTES) // 1024
 PAGE_TEXT = b"Words of a page that fill the disk. " * 600  # 21,600 bytes
 # In a folder the crawl makes, so their placeholders are swept wherever the site is.
 HOLDS = [b"held/hold%d.html" % n for n in range(4)]
@@ -261,7 +262,7 @@ class FileSystemFaults(unittest.TestCase):
                 self.assertGreaterEqual(run.status, 0, err[-3000:])  # not killed by a signal
                 self.assertNotIn(b"Sanitizer", err)
                 self.assertNotIn(b"runtime error", err)
-                self.assertLess(run.peak_rss_kib, 100 * 1024)
+                self.assertLess(run.peak_rss_kib, RSS_BOUND_KIB)
                 self.assertEqual(run.changes_outside(), [])
                 program = changes(run.program_before, snapshot(run.program_folder))
                 self.assertLessEqual(set(program), check_faults.PROGRAM_FOLDER_ADDITIONS)
@@ -302,7 +303,7 @@ class FileSystemFaults(unittest.TestCase):
         counted = next(line for line in run.stderr.splitlines() if b"could not be written" in line)
         self.assertGreater(int(counted.split()[0].replace(b",", b"")), 100)
         self.assertEqual(run.tmp_files(), [])
-        self.assertLess(run.peak_rss_kib, 100 * 1024)
+        self.assertLess(run.peak_rss_kib, RSS_BOUND_KIB)
 
 
 def tearDownModule():

@@ -84,6 +84,17 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
     }
 }
 
+// What a script reads the help for: every option the parser takes and every
+// status the program can end with.
+TEST(CommandLine, HelpNamesEveryOptionAndExitStatus) {
+    const std::string help = UsageText();
+    for (const std::string option : {"--url", "--dir", "--timeout", "--connections"})
+        EXPECT_NE(help.find("\n  " + option + " "), std::string::npos) << option;
+    for (int status : {kExitDone, kExitFolderError, kExitWriteFailed, kExitNoServer, kExitUsage,
+                       kExitInterrupted})
+        EXPECT_NE(help.find("\n  " + std::to_string(status) + " "), std::string::npos) << status;
+}
+
 TEST(ProgressLine, FormatsTheFourFigures) {
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
               "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");

@@ -17,6 +17,10 @@ import time
 import unittest
 
 DONE_LINE = b"The website has been downloaded.\n"
+# Under the sanitizers (make test-sanitize sets ASAN_OPTIONS) freed blocks
+# wait in a quarantine of up to 256 MiB and every byte has its shadow: peak
+# RSS bounds allow that much more there.
+SANITIZER_RSS_BYTES = 320 * 1024 * 1024 if "ASAN_OPTIONS" in os.environ else 0
 PROGRAM = WORK = SERVER = None
 SERVERS = []
 

@@ -1,11 +1,12 @@
-# The two commands of the README: `make run` and `make test`.
+# The two commands of the README: `make run` and `make test`; `make package`
+# and `make install` for an installation.
 BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
 FUZZ_SECONDS ?= 120
 
-.PHONY: deps configure build run test test-sanitize bench fuzz clean
+.PHONY: deps configure build run display test test-sanitize package test-package install bench fuzz clean
 
 deps:
 	@sh scripts/install-deps.sh
@@ -16,8 +17,16 @@ configure: deps
 build: configure
 	@cmake --build $(BUILD) -j$(JOBS)
 
-run: build
+# The window needs a graphical session; without one Qt would abort with advice
+# about reinstalling, so say what works instead before building anything.
+run: display build
 	$(BUILD)/app/vantorin
+
+display:
+	@if [ -z "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
+		echo "make run: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): use the command line (vantorin --url ADDRESS --dir FOLDER), or make demo" >&2; \
+		exit 1; \
+	fi
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j$(JOBS)
@@ -32,6 +41,23 @@ test-sanitize: deps
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp:print_suppressions=0 \
 	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 		ctest --test-dir $(SANITIZE_BUILD) --output-on-failure -j$(JOBS)
+
+# The Debian package, $(BUILD)/vantorin_VERSION_ARCH.deb.
+package: build
+	@cd $(BUILD) && cpack -G DEB
+
+# The package's validators, and the unpacked program mirroring the demo site
+# as an unprivileged user.
+test-package: package
+	@deb=$$(ls -t $(BUILD)/vantorin_*.deb | head -n 1); \
+	sh tests/package/check_package.sh "$$deb"; status=$$?; \
+	if [ $$status = 77 ]; then echo "make test-package: skipped (no private network namespace)"; exit 0; fi; \
+	exit $$status
+
+# The same files as the package, under PREFIX.
+PREFIX ?= /usr/local
+install: build
+	cmake --install $(BUILD) --prefix $(PREFIX) --strip
 
 # Mirrors the bundled sample site with the command line, on port 80 of a
 # private network namespace; needs no display.

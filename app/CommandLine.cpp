@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include <limits>
+
 #include "platform/Text.h"
 
 namespace vantorin {
@@ -18,6 +20,24 @@ CommandLine Refuse(const std::string& why) {
     return refused;
 }
 
+// One of the window's list items "1" to "24", as chosen, not typed: the
+// typed check would refuse 24 and let 0 through, which then hangs a crawl
+// that may use no connection.
+bool IsConnectionsItem(const std::string& text) {
+    if (text.empty() || text.size() > 2 || text.front() == '0') return false;
+    for (char c : text)
+        if (c < '0' || c > '9') return false;
+    return std::stoi(text) <= 24;
+}
+
+// A number of seconds the timeout timers can hold: at least one whole
+// millisecond once rounded (0 ms would mean never), at most the timers' range.
+bool IsTimeoutSeconds(const std::string& text) {
+    if (!IsNumeric(text)) return false;
+    const long long ms = RoundHalfEven(Val(text) * 1000);
+    return ms >= 1 && ms <= std::numeric_limits<int>::max();
+}
+
 }  // namespace
 
 std::string UsageText() {
@@ -25,13 +45,20 @@ std::string UsageText() {
            "       vantorin --help | --version\n"
            "Without arguments the program opens its window.\n"
            "\n"
-           "  --url ADDRESS      the site to download (plain http, port 80)\n"
+           "  --url ADDRESS      the site to download (plain HTTP, always port 80)\n"
            "  --dir FOLDER       the folder the mirror is saved in\n"
-           "  --timeout SECONDS  per-file timeout (default: the stored setting, else 15)\n"
-           "  --connections N    connections at once, 1 to 23 (default 4)\n"
+           "  --timeout SECONDS  per-file timeout, from 0.001 to 2147483\n"
+           "                     (default: the stored setting, else 15)\n"
+           "  --connections N    connections at once, 1 to 24 (default 4)\n"
            "\n"
-           "Exit status: 0 downloaded, 2 the folder is not writable, 64 usage error,\n"
-           "130 interrupted.\n";
+           "Exit status:\n"
+           "  0    the site was downloaded and every file written\n"
+           "  2    the folder cannot be written to\n"
+           "  3    files could not be written, or were refused (listed on stderr)\n"
+           "  4    no server answered: nothing was received\n"
+           "  64   usage error\n"
+           "  130  interrupted (Ctrl-C or SIGTERM)\n"
+           "When both 3 and 4 apply, 3 is given.\n";
 }
 
 CommandLine ParseCommandLine(const std::vector<std::string>& args) {
@@ -77,10 +104,12 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
         *option->target = value;
         *option->seen = true;
     }
-    if (!sawUrl || Trim(line.url).empty()) return Refuse("--url ADDRESS is required");
+    if (!sawUrl) return Refuse("--url ADDRESS is required");
     if (!sawDir || Trim(line.dir).empty()) return Refuse("--dir FOLDER is required");
-    if (sawTimeout && !IsNumeric(line.timeout))
-        return Refuse("--timeout needs a number of seconds: " + line.timeout);
+    if (sawTimeout && !IsTimeoutSeconds(line.timeout))
+        return Refuse("--timeout takes a number of seconds from 0.001 to 2147483: " + line.timeout);
+    if (!IsConnectionsItem(line.connections))
+        return Refuse("--connections takes a whole number from 1 to 24: " + line.connections);
     return line;
 }
 

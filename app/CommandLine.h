@@ -14,12 +14,13 @@ struct CommandLine {
     std::string url;
     std::string dir;
     std::string timeout;            // empty: the stored setting, else "15"
-    std::string connections = "4";  // typed into txtMax, validated as typing is
+    std::string connections = "4";  // chosen from txtMax's list: "1" to "24"
     std::string error;              // why the line was refused
 };
 
 // `args` are the arguments after the program name. Options take their value
-// as the next argument or after "=" (--url=ADDRESS).
+// as the next argument or after "=" (--url=ADDRESS). An empty address is
+// taken, as the wizard takes it; a missing one is a usage error.
 CommandLine ParseCommandLine(const std::vector<std::string>& args);
 
 std::string UsageText();
@@ -28,6 +29,8 @@ inline constexpr const char* kVersionText = "Vantorin Website Downloader 1.9";
 // Exit codes of the command line.
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitFolderError = 2;
+inline constexpr int kExitWriteFailed = 3;
+inline constexpr int kExitNoServer = 4;
 inline constexpr int kExitUsage = 64;
 inline constexpr int kExitInterrupted = 130;
 

@@ -6,16 +6,29 @@
 
 namespace vantorin {
 
-std::string MessageLine(const std::string& text, const std::string& title) {
-    return title + ": " + Replace(Replace(text, "\r\n", "\n"), "\r", "\n");
+std::string MessageLine(const std::string& text, const std::string& title, bool yesNo) {
+    std::string joined;
+    std::size_t start = 0;
+    while (start <= text.size()) {
+        std::size_t end = text.find_first_of("\r\n", start);
+        if (end == std::string::npos) end = text.size();
+        const std::string line = Trim(std::string_view(text).substr(start, end - start));
+        if (!line.empty() && !(yesNo && line.back() == '?'))
+            joined += (joined.empty() ? "" : " ") + line;
+        start = end + 1;
+    }
+    return joined.empty() ? joined : title + ": " + joined;
 }
 
 int HeadlessDialogs::MsgBox(const std::string& text, const std::string& title, int style) {
-    if (beforePrint) beforePrint();
-    const std::string line = MessageLine(text, title) + "\n";
-    std::fputs(line.c_str(), stderr);
-    std::fflush(stderr);
-    return (style & kYesNo) == kYesNo ? kAnswerNo : kAnswerOk;
+    const bool yesNo = (style & kYesNo) == kYesNo;
+    const std::string line = MessageLine(text, title, yesNo);
+    if (!line.empty()) {
+        if (beforePrint) beforePrint();
+        std::fputs((line + "\n").c_str(), stderr);
+        std::fflush(stderr);
+    }
+    return yesNo ? kAnswerNo : kAnswerOk;
 }
 
 std::optional<std::string> HeadlessDialogs::InputBox(const std::string& prompt, const std::string&,

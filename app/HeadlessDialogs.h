@@ -20,7 +20,9 @@ public:
     std::function<void()> beforePrint;
 };
 
-// "Title: text", the box's CR LF line breaks as plain line feeds.
-std::string MessageLine(const std::string& text, const std::string& title);
+// "Title: text" on one line, the box's lines joined by blanks. A Yes/No box
+// is answered No by the command line itself, so its question lines are left
+// out; "" when nothing else is left.
+std::string MessageLine(const std::string& text, const std::string& title, bool yesNo);
 
 }  // namespace vantorin

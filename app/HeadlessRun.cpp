@@ -7,11 +7,14 @@
 #include <cstdio>
 
 #include "app/CommandLine.h"
+#include "app/CrawlReport.h"
 #include "app/HeadlessDialogs.h"
 #include "app/ProgramParts.h"
 #include "app/ProgressLine.h"
+#include "app/StartHints.h"
 #include "app/StopSignals.h"
 #include "output/Records.h"
+#include "setup/FolderRules.h"
 #include "setup/WizardSteps.h"
 
 namespace vantorin {
@@ -37,6 +40,18 @@ ProgressFigures Figures(CrawlEngine& engine) {
     return f;
 }
 
+void PrintLine(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stderr);
+}
+
+void PrintHints(const CommandLine& line, const FileSystem& fs) {
+    for (const std::string& hint : AddressHints(line.url)) PrintLine(hint);
+    const std::string folder = NormaliseFolderText(line.dir);
+    if (const std::string hint = PlaceholderHint(fs.CountFilesEndingIn(folder, ".tmp"));
+        !hint.empty())
+        PrintLine(hint);
+}
+
 int Crawl(const CommandLine& line, int argc, char** argv) {
     QCoreApplication app(argc, argv);
 
@@ -59,9 +74,11 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
         QCoreApplication::exit(kExitInterrupted);
     });
 
-    // The connections count as if typed into txtMax, with its validation.
+    // The connections count as if chosen from txtMax's list.
     engine.State().SetTxtMax(line.connections);
-    engine.txtMax_Change();
+    engine.txtMax_Click();
+
+    PrintHints(line, parts.fs);
 
     // The New Site Wizard, filled in and "Download Website Now!" pressed.
     WizardFields fields = LoadWizard(parts.services);
@@ -79,14 +96,19 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
 
     progress.Show(Figures(engine));
     progress.Break();
-    if (status == kExitInterrupted) {
+    CrawlResult result;
+    result.interrupted = status == kExitInterrupted;
+    if (result.interrupted) {
         // A scan that was running when the stop came may have queued more
         // placeholders after the stop's own sweep.
         RemoveTempFiles(engine.MirrorState());
-        return kExitInterrupted;
     }
-    std::printf("%s\n", kSiteDownloadedText);
-    return status;
+    result.bytesReceived = engine.State().TotalBytes;
+    result.faults = Combined(parts.fs.Faults(), engine.MirrorFileSystem().Faults());
+    for (const std::string& reportLine : ReportLines(result)) PrintLine(reportLine);
+    const int exitStatus = ExitStatus(result);
+    if (exitStatus == kExitDone) std::printf("%s\n", kSiteDownloadedText);
+    return exitStatus;
 }
 
 }  // namespace

@@ -4,9 +4,9 @@
 
 #include "platform/DefaultFolder.h"
 #include "platform/PageText.h"
+#include "platform/ProgramFolder.h"
 #include "platform/QtSocket.h"
 #include "platform/QtTimer.h"
-#include "platform/Text.h"
 
 namespace vantorin {
 
@@ -24,14 +24,9 @@ std::string NativePageText(const std::string& path) {
 
 }  // namespace
 
-std::string ProgramFolder() {
-    const std::string folder = QCoreApplication::applicationDirPath().toLatin1().toStdString();
-    return Replace(folder, "/", "\\");
-}
-
 ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell)
     : vars(StartingVariables()),
-      fs(vars.TargetFolder, ProgramFolder()),
+      fs(vars.TargetFolder, FindProgramFolder()),
       services{vars, fs, settings, dialogs},
       engine(vars, fs,
              {dialogs, shell, NativePageText, [] { QCoreApplication::processEvents(); },

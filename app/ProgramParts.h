@@ -15,9 +15,6 @@
 
 namespace vantorin {
 
-// The executable's folder in the program's backslash form, without a trailing "\".
-std::string ProgramFolder();
-
 // Needs the application object to exist first (sockets and timers are Qt's).
 struct ProgramParts {
     ProgramParts(Dialogs& dialogs, ShellOpen& shell);

@@ -2,8 +2,10 @@
 // when it opens its window: the command line never loads a widget library.
 #include <QApplication>
 #include <QtGlobal>
+#include <cstdio>
 
 #include "app/ProgramParts.h"
+#include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "platform/gui/QtShellOpen.h"
 #include "setup/frmNew.h"
@@ -12,7 +14,18 @@
 
 extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     using namespace vantorin;
+#ifdef Q_OS_LINUX
+    // Without a graphical session Qt would abort with advice about reinstalling.
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        std::fputs("vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
+                   "use the command line (vantorin --help), or make demo\n",
+                   stderr);
+        return 1;
+    }
+#endif
     QApplication app(argc, argv);
+    SetApplicationIcon();
     // The program ends when the window's unload says so, not when it hides to reload.
     QApplication::setQuitOnLastWindowClosed(false);
 

@@ -149,6 +149,8 @@ public:
     Timer& tmrOut(int n) { return *timeouts_[Index(n)]; }
     Timer& tmrMove() { return *tmrMove_; }
     Mirror& MirrorState() { return mirror_; }
+    // The file system the mirror writes through, for what it failed to write.
+    const FileSystem& MirrorFileSystem() const { return mirrorFs_; }
 
 private:
     static bool ValidSlot(int i) { return i >= 1 && i <= kSlotCount; }

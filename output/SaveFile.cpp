@@ -94,6 +94,10 @@ void SaveFile(const std::string& received, std::string& address, std::string_vie
     if (IsCancel(received)) return;
     // The slot may be reused while this save yields; keep the host it had.
     const std::string host(slotHost);
+    // The timeout's name (" \ host/path") puts its file in a " host" folder
+    // that is never made, so that write fails every time, as designed: it is
+    // no fault of the disk and is not counted as one.
+    const bool timeoutName = Left(address, 3) == " \\ ";
     address = CleanFileName(address);
     // The path is made before the header is cut off (nothing between the two
     // could tell), so the body's buffer is sized for its line ends at once.
@@ -125,7 +129,7 @@ void SaveFile(const std::string& received, std::string& address, std::string_vie
     ReplaceIn(text, "script ", " !-- script ");
 
     text += "\r\n";
-    m.fs.WriteWhole(savePath, text);
+    m.fs.WriteWhole(savePath, text, !timeoutName);
     // Released before the yields, so saves running inside them do not stack copies.
     std::string().swap(text);
     std::string lowered = LCase(savePath);

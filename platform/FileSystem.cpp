@@ -1,6 +1,9 @@
 #include "platform/FileSystem.h"
 
+#include <cerrno>
+#include <cstdio>
 #include <fstream>
+#include <initializer_list>
 #include <system_error>
 
 #include "platform/Text.h"
@@ -86,6 +89,41 @@ std::optional<fs::path> FindFolderAnyCase(const fs::path& p) {
     return at;
 }
 
+std::FILE* OpenFile(const fs::path& p, bool append) {
+#ifdef _WIN32
+    return _wfopen(p.c_str(), append ? L"ab" : L"wb");
+#else
+    return std::fopen(p.c_str(), append ? "ab" : "wb");
+#endif
+}
+
+std::string Reason(int error) {
+    // A failing call that leaves errno unset still failed: say so plainly.
+    return std::generic_category().message(error != 0 ? error : EIO);
+}
+
+// Writes the pieces and closes the file: the system's reason when any of it
+// failed, nothing when all of it reached the file. A full disk may take the
+// bytes into the stream's buffer and refuse them only at the flush, so the
+// close is checked too.
+std::optional<std::string> WriteAll(const fs::path& p, bool append,
+                                    std::initializer_list<std::string_view> pieces) {
+    errno = 0;
+    std::FILE* file = OpenFile(p, append);
+    if (!file) return Reason(errno);
+    int error = 0;
+    for (std::string_view piece : pieces) {
+        if (std::fwrite(piece.data(), 1, piece.size(), file) != piece.size()) {
+            error = errno != 0 ? errno : EIO;
+            break;
+        }
+    }
+    errno = 0;
+    if (std::fclose(file) != 0 && error == 0) error = errno != 0 ? errno : EIO;
+    if (error != 0) return Reason(error);
+    return std::nullopt;
+}
+
 }  // namespace
 
 FileSystem::FileSystem(const std::string& targetFolder, std::string programFolder)
@@ -105,6 +143,19 @@ bool FileSystem::MayChange(const std::string& path, bool creatingFolder) const {
     // another path than the one written: such a path is never changed.
     if (Contains(path, std::string_view("\0", 1))) return false;
     return MayChangeNative(ToNative(path), creatingFolder);
+}
+
+bool FileSystem::Allowed(const std::string& path, bool creatingFolder) {
+    if (MayChange(path, creatingFolder)) return true;
+    ++faults_.refused;
+    return false;
+}
+
+void FileSystem::Note(std::int64_t& count, std::vector<WriteFailure>& first,
+                      const std::string& path, std::string reason) {
+    ++count;
+    if (first.size() < WriteFaults::kKept)
+        first.push_back({ToNative(path).string(), std::move(reason)});
 }
 
 bool FileSystem::MayChangeNative(const fs::path& path, bool creatingFolder) const {
@@ -129,7 +180,7 @@ bool FileSystem::CreateFolder(const std::string& path) {
     std::error_code ec;
     // An existing folder cannot be created again; answer before the guard's work.
     if (fs::exists(ToNative(path), ec)) return false;
-    if (!MayChange(path, true)) return false;
+    if (!Allowed(path, true)) return false;
     return fs::create_directory(ToNative(path), ec) && !ec;
 }
 
@@ -148,20 +199,22 @@ std::optional<std::uintmax_t> FileSystem::FileLength(const std::string& path) co
 }
 
 bool FileSystem::AppendLine(const std::string& path, const std::string& text) {
-    if (!MayChange(path)) return false;
-    std::ofstream out(ToNative(path), std::ios::binary | std::ios::app);
-    if (!out) return false;
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
-    out.write("\r\n", 2);
-    return static_cast<bool>(out);
+    if (!Allowed(path)) return false;
+    auto failed = WriteAll(ToNative(path), true, {text, "\r\n"});
+    if (failed) Note(faults_.linesFailed, faults_.firstLines, path, std::move(*failed));
+    return !failed;
 }
 
-bool FileSystem::WriteWhole(const std::string& path, const std::string& bytes) {
-    if (!MayChange(path)) return false;
-    std::ofstream out(ToNative(path), std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return static_cast<bool>(out);
+bool FileSystem::WriteWhole(const std::string& path, const std::string& bytes, bool countFailure) {
+    if (!Allowed(path)) return false;
+    auto failed = WriteAll(ToNative(path), false, {bytes});
+    // The same file failing again at once (the file types list is written at
+    // the wizard's load and again at its start) is still one file.
+    if (failed && countFailure && path != lastFailedFile_) {
+        Note(faults_.filesFailed, faults_.firstFiles, path, std::move(*failed));
+        lastFailedFile_ = path;
+    }
+    return !failed;
 }
 
 std::optional<std::string> FileSystem::ReadWhole(const std::string& path) const {
@@ -195,7 +248,7 @@ std::optional<std::vector<std::string>> FileSystem::ReadLines(const std::string&
 }
 
 bool FileSystem::DeleteFile(const std::string& path) {
-    if (!MayChange(path)) return false;
+    if (!Allowed(path)) return false;
     std::error_code ec;
     fs::path p = ToNative(path);
     if (fs::is_directory(p, ec)) return false;
@@ -216,10 +269,29 @@ int FileSystem::DeleteMatching(const std::string& pattern) {
             doomed.push_back(entry.path());
     }
     for (const auto& p : doomed) {
-        if (!MayChangeNative(p, false)) continue;
+        if (!MayChangeNative(p, false)) {
+            ++faults_.refused;
+            continue;
+        }
         if (fs::remove(p, ec) && !ec) ++deleted;
     }
     return deleted;
+}
+
+std::int64_t FileSystem::CountFilesEndingIn(const std::string& folder,
+                                            std::string_view ending) const {
+    std::int64_t count = 0;
+    std::error_code ec;
+    // Unreadable folders are passed over, and links are not followed.
+    fs::recursive_directory_iterator it(ToNative(folder),
+                                        fs::directory_options::skip_permission_denied, ec);
+    for (; !ec && it != fs::recursive_directory_iterator(); it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (it->is_regular_file(ec) && name.size() >= ending.size() &&
+            std::string_view(name).substr(name.size() - ending.size()) == ending)
+            ++count;
+    }
+    return count;
 }
 
 }  // namespace vantorin

@@ -80,4 +80,8 @@ std::string FormatByteSize(std::int32_t value) {
 
 #endif
 
+std::string CountOf(std::int64_t n, std::string_view one, std::string_view many) {
+    return FormatThousands(std::to_string(n)) + " " + std::string(n == 1 ? one : many);
+}
+
 }  // namespace vantorin

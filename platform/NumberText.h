@@ -11,6 +11,9 @@ namespace vantorin {
 // Lower-cased, trimmed, and grouped by commas in threes from the right.
 std::string FormatThousands(std::string_view s);
 
+// "1 file", "0 files", "1,234 files": the count grouped, then the noun.
+std::string CountOf(std::int64_t n, std::string_view one, std::string_view many);
+
 // A byte count as the short size text of the Windows size formatter:
 // "532 bytes", "1.95 KB", "120 KB", "1.17 MB". Three significant digits,
 // truncated, never rounded; the count is taken as unsigned 32-bit, as the

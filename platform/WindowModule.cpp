@@ -30,7 +30,7 @@ std::filesystem::path ExecutableFolder() {
 int RunWindowModule(int argc, char** argv, std::string& error) {
     const std::filesystem::path folder = ExecutableFolder();
     for (const std::filesystem::path& candidate :
-         {folder / "vantorin-window", folder / ".." / "lib" / "vantorin" / "vantorin-window"}) {
+         {folder / "vantorin-window", folder / ".." / "libexec" / "vantorin" / "vantorin-window"}) {
         QLibrary module(QString::fromStdString(candidate.string()));
         if (!module.load()) {
             error = module.errorString().toStdString();

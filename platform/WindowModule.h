@@ -1,7 +1,7 @@
 // The window lives in a module of its own (vantorin-window), loaded only when
 // the program opens its window, so that the command line runs without the
 // widget and GUI libraries. Found beside the executable (a build tree, a
-// portable copy) or in ../lib/vantorin/ from it (installed).
+// portable copy) or in ../libexec/vantorin/ from it (installed).
 #pragma once
 
 #include <string>

@@ -1,11 +1,13 @@
 #!/bin/sh
-# Installs the Debian packages the build, the tests and the demo need; with
-# the argument "screenshots", those of `make screenshots`.
+# Installs the Debian packages the build, the tests, the demo and the package
+# (with its validators) need; with the argument "screenshots", those of
+# `make screenshots`.
 # As root it runs apt-get itself; otherwise it prints the line to run.
 set -e
 
 PACKAGES="cmake make g++ clang libclang-rt-14-dev pkg-config qt6-base-dev libgl-dev libgumbo-dev libgtest-dev libgmock-dev
- libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time"
+ libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time
+ dpkg-dev lintian desktop-file-utils appstream man-db"
 # `make screenshots` alone needs a window manager and the tools that drive
 # and photograph the program; `make test` never asks for them.
 if [ "${1:-}" = "screenshots" ]; then

@@ -25,24 +25,19 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
          "2.5",
          "9",
          ""},
-        // The count goes to txtMax as typed; its own check refuses it there.
-        {{"--url", "x", "--dir", "/m", "--connections", "abc"},
+        // The connections as chosen from txtMax's list, "1" to "24" only; an
+        // empty address is the wizard's to take.
+        {{"--url", "", "--dir", "/m", "--connections", "24"},
          Action::Crawl,
-         "x",
+         "",
          "/m",
          "",
-         "abc",
+         "24",
          ""},
         {{"--url", "x", "--dir", "/m", "--help"}, Action::Help, "", "", "", "4", ""},
         {{"--version"}, Action::Version, "", "", "", "4", ""},
         {{"--url", "x"}, Action::UsageError, "", "", "", "4", "--dir FOLDER is required"},
-        {{"--dir", "/m", "--url", "  "},
-         Action::UsageError,
-         "",
-         "",
-         "",
-         "4",
-         "--url ADDRESS is required"},
+        {{"--dir", "/m"}, Action::UsageError, "", "", "", "4", "--url ADDRESS is required"},
         {{"--url"}, Action::UsageError, "", "", "", "4", "--url needs a value"},
         {{"--url", "x", "--url", "y", "--dir", "/m"},
          Action::UsageError,
@@ -57,10 +52,26 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
          "",
          "",
          "4",
-         "--timeout needs a number of seconds: soon"},
+         "--timeout takes a number of seconds from 0.001 to 2147483: soon"},
         {{"www.a.test"}, Action::UsageError, "", "", "", "4", "unknown argument: www.a.test"},
         {{"--version=2"}, Action::UsageError, "", "", "", "4", "unknown argument: --version=2"},
     };
+    for (const std::string bad : {"0", "25", "abc", "04", "4.0", "-1", ""}) {
+        EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--connections", bad}).error,
+                  "--connections takes a whole number from 1 to 24: " + bad);
+    }
+    // Below half a millisecond rounds to 0 ms, a timer that never fires; past
+    // 2^31-1 ms the timers refuse it.
+    for (const std::string bad : {"0", "-1", "0.0004", "2147484", " "}) {
+        EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--timeout", bad}).action,
+                  Action::UsageError)
+            << bad;
+    }
+    for (const std::string good : {"0.001", "2147483", "1", "0.5"}) {
+        EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--timeout", good}).action,
+                  Action::Crawl)
+            << good;
+    }
     for (const Case& c : cases) {
         const CommandLine line = ParseCommandLine(c.args);
         const std::string label = c.args.empty() ? "(none)" : c.args.front();
@@ -71,6 +82,17 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
         EXPECT_EQ(line.connections, c.connections) << label;
         EXPECT_EQ(line.error, c.error) << label;
     }
+}
+
+// What a script reads the help for: every option the parser takes and every
+// status the program can end with.
+TEST(CommandLine, HelpNamesEveryOptionAndExitStatus) {
+    const std::string help = UsageText();
+    for (const std::string option : {"--url", "--dir", "--timeout", "--connections"})
+        EXPECT_NE(help.find("\n  " + option + " "), std::string::npos) << option;
+    for (int status : {kExitDone, kExitFolderError, kExitWriteFailed, kExitNoServer, kExitUsage,
+                       kExitInterrupted})
+        EXPECT_NE(help.find("\n  " + std::to_string(status) + " "), std::string::npos) << status;
 }
 
 TEST(ProgressLine, FormatsTheFourFigures) {

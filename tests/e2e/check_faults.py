@@ -58,25 +58,26 @@ class ServerFaults(unittest.TestCase):
     def test_each_fault_ends_in_completion(self):
         cases = [
             # name, start address, fewest and most seconds, connections the
-            # servers saw (every fault but the last ends through three timeouts)
-            ("refused", "www.refused.test", 2.5, 10, 0),
-            ("silent", "www.silent.test", 2.5, 10, 3),
-            ("noclose", "www.noclose.test", 2.5, 10, 3),
-            ("early", "www.early.test", 2.5, 10, 3),
-            ("reset", "www.reset.test", 2.5, 10, 3),
+            # servers saw (every fault but the last two ends through three
+            # timeouts), exit status (4: not one byte was received)
+            ("refused", "www.refused.test", 2.5, 10, 0, 4),
+            ("silent", "www.silent.test", 2.5, 10, 3, 4),
+            ("noclose", "www.noclose.test", 2.5, 10, 3, 0),
+            ("early", "www.early.test", 2.5, 10, 3, 4),
+            ("reset", "www.reset.test", 2.5, 10, 3, 0),
             # A reset that comes in with the bytes is a close: the part is saved.
-            ("resetnow", "www.resetnow.test", 0, 5, 1),
-            ("nohead", "www.nohead.test/page.html", 0, 5, 1),
+            ("resetnow", "www.resetnow.test", 0, 5, 1, 0),
+            ("nohead", "www.nohead.test/page.html", 0, 5, 1, 0),
         ]
         early = harness.SERVERS[1]
-        for name, address, fewest, most, connections in cases:
+        for name, address, fewest, most, connections, status in cases:
             with self.subTest(name):
                 accepted_before = early.accepted
                 run = Run("done-" + name, address, "--timeout", "1")
                 print(f"\n  {name}: exit {run.status} after {run.seconds:.1f} s, "
                       f"{len(run.requests)} requests, files {sorted(run.files())}", end="")
-                self.assertEqual(run.status, 0, run.stderr[-2000:])
-                self.assertEqual(run.stdout, DONE_LINE)
+                self.assertEqual(run.status, status, run.stderr[-2000:])
+                self.assertEqual(run.stdout, DONE_LINE if status == 0 else b"")
                 self.assertGreaterEqual(run.seconds, fewest)
                 self.assertLess(run.seconds, most)
                 self.assertEqual(len(run.requests) + early.accepted - accepted_before, connections)
@@ -105,7 +106,8 @@ class ServerFaults(unittest.TestCase):
                 # At most the response and one copy are held at once (the saved
                 # body, then the scanner's rewritten text): 2.1 to 2.2 times the
                 # body measured, 2.5 times the bound.
-                self.assertLess(run.peak_rss_kib * 1024, 2.5 * fault_server.BIG_SIZE)
+                self.assertLess(run.peak_rss_kib * 1024,
+                                2.5 * fault_server.BIG_SIZE + harness.SANITIZER_RSS_BYTES)
                 self.assertLess(run.seconds, 60)
 
 
@@ -140,16 +142,22 @@ class Stops(unittest.TestCase):
 class HostilePages(unittest.TestCase):
     # Hosts ".." and ".", climbing, absolute and backslash paths, a 300- and a
     # 100,000-character link, 100,000 links on one page, NUL and high bytes.
+    # The timeout outlasts the scan of the 100,000 links, which is slow under
+    # the sanitizers: a retry on each timeout would rescan it, and a third
+    # timeout gives the job up and may end the crawl before its links are in.
     @classmethod
     def setUpClass(cls):
-        cls.crawl = Run("hostile", "www.hostile.test", "--timeout", "1", measure=True)
+        cls.crawl = Run("hostile", "www.hostile.test", "--timeout", "3", measure=True)
         print(f"\n  hostile: exit {cls.crawl.status} after {cls.crawl.seconds:.1f} s, "
               f"{len(cls.crawl.requests)} requests, {len(cls.crawl.files())} files, "
               f"peak RSS {cls.crawl.peak_rss_kib} KiB", end="")
 
     def test_completes_in_bounded_time_having_fetched_the_pages(self):
-        self.assertEqual(self.crawl.status, 0, self.crawl.stderr[-2000:])
-        self.assertEqual(self.crawl.stdout, DONE_LINE)
+        # The 300-byte name cannot be made, and the names that climb out are refused.
+        self.assertEqual(self.crawl.status, 3, self.crawl.stderr[-2000:])
+        self.assertEqual(self.crawl.stdout, b"")
+        self.assertIn(b"A.html: File name too long\n", self.crawl.stderr)
+        self.assertIn(b"writes were refused: outside the target folder\n", self.crawl.stderr)
         self.assertLess(self.crawl.seconds, 90)
         self.assertLessEqual({"/long.html", "/many.html", "/same49.html"},
                              {path for _, path, _ in self.crawl.requests})

@@ -110,6 +110,19 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     EXPECT_EQ(s.filesDone, 2);
 }
 
+// The timeout's name puts its file in a folder that is never made: that
+// failure is designed, and only a real one is counted. Both raise the count.
+TEST(SaveFile, CountsAFailedWriteButNotTheTimeoutsDesignedOne) {
+    Saver s;
+    s.Save("Unable to download this file. (Timeout)", " \\ site.com/t.gif");
+    EXPECT_FALSE(NativeExists(s.Target(" site.com/t.gif")));
+    EXPECT_EQ(s.m.fs.Faults().filesFailed, 0);
+    WriteNativeFile(s.Target("site.com/blocked"), "a file where a folder must be");
+    s.Save("H\r\n\r\nx", "\\site.com/blocked/p.gif");
+    EXPECT_EQ(s.m.fs.Faults().filesFailed, 1);
+    EXPECT_EQ(s.filesDone, 2);
+}
+
 // Addresses crafted to climb out of the target folder write, make and delete
 // nothing outside it.
 TEST(SaveFile, NeverReachesOutsideTheTargetFolder) {

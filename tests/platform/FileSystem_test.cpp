@@ -71,6 +71,38 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     EXPECT_TRUE(fs.MayChange(target + "sub\\..\\b.txt"));
 }
 
+TEST_F(FileSystemTest, CountsFailedAndRefusedChangesKeepingTheFirstFive) {
+    for (int i = 0; i < 7; ++i)
+        EXPECT_FALSE(fs.WriteWhole(target + "missing\\f" + std::to_string(i), "x"));
+    EXPECT_FALSE(fs.WriteWhole(target + "missing\\f6", "x"));  // the same file again
+    EXPECT_FALSE(fs.WriteWhole(target + "missing\\quiet", "x", false));
+    EXPECT_FALSE(fs.AppendLine(target + "missing\\log.txt", "x"));
+    EXPECT_FALSE(fs.WriteWhole(dir.Backslashed() + "out.txt", "x"));
+    EXPECT_FALSE(fs.AppendLine(dir.Backslashed() + "out.txt", "x"));
+    EXPECT_FALSE(fs.CreateFolder(dir.Backslashed() + "out"));
+    EXPECT_FALSE(fs.DeleteFile(dir.Backslashed() + "out.txt"));
+    EXPECT_TRUE(fs.WriteWhole(target + "fine.txt", "x"));
+    const WriteFaults& f = fs.Faults();
+    EXPECT_EQ(f.filesFailed, 7);
+    EXPECT_EQ(f.linesFailed, 1);
+    EXPECT_EQ(f.refused, 4);
+    ASSERT_EQ(f.firstFiles.size(), 5u);
+    EXPECT_EQ(f.firstFiles[0],
+              (WriteFailure{dir.NativePath("mirror/missing/f0"), "No such file or directory"}));
+    EXPECT_EQ(f.firstFiles[4].path, dir.NativePath("mirror/missing/f4"));
+    ASSERT_EQ(f.firstLines.size(), 1u);
+    EXPECT_EQ(f.firstLines[0].path, dir.NativePath("mirror/missing/log.txt"));
+
+    // A full disk takes the bytes into the stream's buffer and refuses them at the flush.
+    if (!NativeExists("/dev/full")) return;
+    FileSystem dev(target, "\\dev");
+    EXPECT_FALSE(dev.WriteWhole("\\dev\\full", "x"));
+    EXPECT_FALSE(dev.AppendLine("\\dev\\full", "x"));
+    EXPECT_EQ(dev.Faults().firstFiles,
+              (std::vector<WriteFailure>{{"/dev/full", "No space left on device"}}));
+    EXPECT_EQ(dev.Faults().linesFailed, 1);
+}
+
 TEST_F(FileSystemTest, GuardFollowsLinksOutOfTheMirror) {
     std::filesystem::create_directories(dir.NativePath("elsewhere"));
     std::filesystem::create_directory_symlink(dir.NativePath("elsewhere"),
@@ -98,6 +130,8 @@ TEST_F(FileSystemTest, DeleteMatchingFindsTheFolderWhateverItsCase) {
     WriteNativeFile(dir.NativePath("mirror/Site.COM/Img/d.tmpl"), "keep");
     WriteNativeFile(dir.NativePath("mirror/Site.COM/top.tmp"), "keep");
 
+    EXPECT_EQ(fs.CountFilesEndingIn(target, ".tmp"), 3);
+    EXPECT_EQ(fs.CountFilesEndingIn(target + "nowhere", ".tmp"), 0);
     // The mirror part of the pattern is lower-cased, as the list of made folders is.
     std::string pattern = target + "site.com\\img\\*.tmp";
     EXPECT_EQ(fs.DeleteMatching(pattern), 2);

@@ -1,8 +1,8 @@
 # What the end-to-end checkers share: the private network namespace with its
-# hosts file, a logging server on port 80, one run of the program from its own
-# program folder with its own settings folder, tree snapshots and the
-# "N passed, N failed" report. A checker calls main(hosts, server classes);
-# the first server is the one whose requests each Run takes.
+# hosts file, a logging server on 127.0.0.1:80, one run of the program from
+# its own program folder with its own settings folder, folder snapshots and
+# the "N passed, N failed" report. A checker calls main(hosts, answer).
+import collections
 import hashlib
 import os
 import shutil
@@ -17,49 +17,20 @@ import time
 import unittest
 
 DONE_LINE = b"The website has been downloaded.\n"
-# Under the sanitizers (make test-sanitize sets ASAN_OPTIONS) freed blocks
-# wait in a quarantine of up to 256 MiB and every byte has its shadow: peak
-# RSS bounds allow that much more there.
+# Under the sanitizers freed blocks wait in a quarantine of up to 256 MiB and
+# every byte has its shadow: peak RSS bounds allow that much more there.
 SANITIZER_RSS_BYTES = 320 * 1024 * 1024 if "ASAN_OPTIONS" in os.environ else 0
 PROGRAM = WORK = SERVER = None
-SERVERS = []
-
-
-class LoggingServer(socketserver.ThreadingTCPServer):
-    # Threaded, on 127.0.0.1:80; keeps (host, path, raw request) in arrival order.
-    allow_reuse_address = True
-    daemon_threads = True
-
-    def __init__(self, handler):
-        self.requests = []
-        self.lock = threading.Lock()
-        self.stopping = threading.Event()
-        super().__init__(("127.0.0.1", 80), handler)
-        threading.Thread(target=self.serve_forever, daemon=True).start()
-
-    def take_requests(self):
-        with self.lock:
-            taken, self.requests = self.requests, []
-        return taken
-
-    def request_count(self):
-        with self.lock:
-            return len(self.requests)
-
-    def stop(self):
-        self.stopping.set()
-        self.shutdown()
-        self.server_close()
+STOPPING = threading.Event()
 
 
 class Handler(socketserver.BaseRequestHandler):
-    # Reads and logs the request, then calls answer(host, path).
+    # Reads and logs the request by host, then lets the checker's answer()
+    # reply through send() and hold().
     def handle(self):
-        self.request.settimeout(0.5)
+        self.request.settimeout(0.2)
         raw, deadline = b"", time.monotonic() + 10
-        while b"\r\n\r\n" not in raw and time.monotonic() < deadline:
-            if self.server.stopping.is_set():
-                return
+        while b"\r\n\r\n" not in raw and time.monotonic() < deadline and not STOPPING.is_set():
             try:
                 chunk = self.request.recv(65536)
             except socket.timeout:
@@ -73,13 +44,13 @@ class Handler(socketserver.BaseRequestHandler):
                      if line.lower().startswith(b"host:")), b"").decode("latin-1")
         parts = raw.split(b" ")
         path = parts[1].decode("latin-1") if len(parts) > 2 else "/"
-        with self.server.lock:
-            self.server.requests.append((host, path, raw))
-        self.answer(host, path)
+        with SERVER.lock:
+            SERVER.log[host].append((path, raw))
+        SERVER.answer(self, host, path)
 
     def hold(self):
         # Never answers, until the client gives up or the test ends.
-        while not self.server.stopping.is_set():
+        while not STOPPING.is_set():
             try:
                 if not self.request.recv(1024):
                     return
@@ -99,6 +70,20 @@ class Handler(socketserver.BaseRequestHandler):
             pass
 
 
+class Server(socketserver.ThreadingTCPServer):
+    allow_reuse_address = True
+    daemon_threads = True
+
+    def __init__(self, answer, address=("127.0.0.1", 80), handler=Handler):
+        self.answer, self.lock, self.log = answer, threading.Lock(), collections.defaultdict(list)
+        super().__init__(address, handler)
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def count(self, host):
+        with self.lock:
+            return len(self.log[host])
+
+
 def tree(top):
     # Every file under top: relative path -> full path.
     return {os.path.relpath(os.path.join(root, n), top): os.path.join(root, n)
@@ -115,8 +100,8 @@ def snapshot(top, skip=()):
         for name in names:
             path = os.path.join(root, name)
             st = os.lstat(path)
-            with open(path, "rb") as f:
-                digest = hashlib.sha1(f.read()).hexdigest()
+            with open(path, "rb") as f:  # the program's own executable: size and time suffice
+                digest = hashlib.sha1(f.read()).hexdigest() if st.st_size < (1 << 20) else ""
             found[os.path.relpath(path, top)] = ("file", st.st_size, st.st_mtime_ns, digest)
     return found
 
@@ -125,63 +110,74 @@ def changes(before, after):
     return sorted(p for p in set(before) | set(after) if before.get(p) != after.get(p))
 
 
+def mount(*args):
+    subprocess.run(["mount", *args], check=True)
+
+
+def read_only(path, bind=True):
+    # Root ignores permission bits; a read-only mount binds root too. Only the
+    # mount's own flag changes: a user namespace may not remount the file system.
+    if bind:
+        mount("--bind", path, path)
+    mount("-o", "remount,bind,ro", path)
+
+
 class Run:
     # One run of the program from a copy in its own program folder, "{out}" in
-    # the arguments standing for the target folder. prepare() runs before the
-    # start, during(run) while the program runs; measure wraps it in
-    # /usr/bin/time -v for the peak resident set size. With installed, the
-    # copy's folder is mounted read-only (refused even to root), as /usr/bin
-    # is to a user, so the program keeps its files (given in files) in
-    # $XDG_DATA_HOME/Vantorin instead.
+    # the arguments standing for the target folder (out_folder below the run's
+    # folder), the requests of host logged. prepare() runs before the start,
+    # during() while the program runs; every run goes under /usr/bin/time -v
+    # for its peak resident set size. With installed, the copy's folder is
+    # mounted read-only, as /usr/bin is to a user, so the program keeps its
+    # files (given in files) in $XDG_DATA_HOME/Vantorin instead.
     out_folder = "mirror"
+    cwd = None
 
-    def __init__(self, name, args, files=None, during=None, measure=False, cwd=None,
-                 installed=False):
+    def __init__(self, name, host, args, files=None, installed=False):
         self.folder = os.path.join(WORK, name)
-        self.program_folder = os.path.join(self.folder, "program")
+        self.host, self.program_folder = host, os.path.join(self.folder, "program")
         self.out = os.path.join(self.folder, self.out_folder)
         self.config = os.path.join(self.folder, "config")
         data_home = os.path.join(self.folder, "data", "share")
         self.files_folder = os.path.join(data_home, "Vantorin") if installed else self.program_folder
         program = os.path.join(self.program_folder, "vantorin")
         os.makedirs(self.program_folder)
-        shutil.copy2(PROGRAM, program)
+        try:
+            os.link(PROGRAM, program)
+        except OSError:  # another file system
+            shutil.copy2(PROGRAM, program)
         for relative, data in (files or {}).items():
             os.makedirs(os.path.dirname(os.path.join(self.files_folder, relative)), exist_ok=True)
             with open(os.path.join(self.files_folder, relative), "wb") as f:
                 f.write(data)
         if installed:
-            subprocess.run(["mount", "--bind", self.program_folder, self.program_folder], check=True)
-            subprocess.run(["mount", "-o", "remount,bind,ro", self.program_folder], check=True)
-        runtime = os.path.join(self.folder, "runtime")
-        os.makedirs(runtime, mode=0o700)
+            read_only(self.program_folder)
+        os.makedirs(os.path.join(self.folder, "runtime"), mode=0o700)
         env = dict(os.environ, XDG_CONFIG_HOME=self.config, XDG_DATA_HOME=data_home,
-                   XDG_RUNTIME_DIR=runtime)
+                   XDG_RUNTIME_DIR=os.path.join(self.folder, "runtime"))
         self.prepare()
-        command = [program] + [a.replace("{out}", self.out) for a in args]
         time_file = os.path.join(self.folder, "time.txt")
-        if measure:
-            command = ["/usr/bin/time", "-v", "-o", time_file] + command
-        SERVER.take_requests()
-        started = time.monotonic()
-        self.proc = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                     env=env, cwd=cwd and os.path.join(self.folder, cwd))
-        self.note = {}
-        if during:
-            during(self)
+        command = ["/usr/bin/time", "-v", "-o", time_file, program] + [
+            a.replace("{out}", self.out) for a in args]
+        started, self.note = time.monotonic(), {}
+        self.proc = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=env,
+                                     cwd=self.cwd and os.path.join(self.folder, self.cwd))
+        self.during()
         self.stdout, self.stderr = self.proc.communicate(timeout=120)
-        self.seconds = time.monotonic() - started
-        self.status = self.proc.returncode
-        self.requests = SERVER.take_requests()
+        self.seconds, self.status = time.monotonic() - started, self.proc.returncode
+        with SERVER.lock:
+            self.requests = SERVER.log.pop(host, [])
         if installed:
             subprocess.run(["umount", self.program_folder], check=True)
-        if measure:
-            with open(time_file) as f:
-                self.peak_rss_kib = int(next(line for line in f if "Maximum resident" in line)
-                                        .rsplit(":", 1)[1])
-            os.remove(time_file)
+        with open(time_file) as f:
+            self.peak_rss_kib = int(next(line for line in f if "Maximum resident" in line)
+                                    .rsplit(":", 1)[1])
+        os.remove(time_file)
 
     def prepare(self):
+        pass
+
+    def during(self):
         pass
 
     def files(self):
@@ -192,13 +188,18 @@ class Run:
 
     def wait_for_requests(self, count, limit=20):
         deadline = time.monotonic() + limit
-        while time.monotonic() < deadline and SERVER.request_count() < count:
-            time.sleep(0.05)
+        while SERVER.count(self.host) < count and time.monotonic() < deadline and self.proc.poll() is None:
+            time.sleep(0.01)
 
     def interrupt(self):
-        # SIGINT; notes how long the program took to exit.
+        # SIGINT to the program (/usr/bin/time ignores it while it waits);
+        # notes how long the program took to exit.
+        try:
+            with open(f"/proc/{self.proc.pid}/task/{self.proc.pid}/children") as f:
+                os.kill(int(f.read().split()[0]), signal.SIGINT)
+        except (OSError, IndexError):
+            pass  # already ended: the test sees it was not running
         signalled = time.monotonic()
-        self.proc.send_signal(signal.SIGINT)
         try:
             self.proc.wait(timeout=10)
         except subprocess.TimeoutExpired:
@@ -206,18 +207,19 @@ class Run:
         self.note["exit_after"] = time.monotonic() - signalled
 
 
-def main(hosts, *server_classes):
+def main(hosts, answer):
     global PROGRAM, WORK, SERVER
+    if not shutil.which("/usr/bin/time"):
+        print("skipped: /usr/bin/time is missing")
+        return 77
     PROGRAM = os.path.abspath(sys.argv[1])
     WORK = tempfile.mkdtemp(prefix="vantorin-e2e-")
     try:
         subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
         with open(os.path.join(WORK, "hosts"), "w") as f:
             f.write(hosts)
-        subprocess.run(["mount", "--bind", os.path.join(WORK, "hosts"), "/etc/hosts"], check=True)
-        for cls in server_classes:
-            SERVERS.append(cls())
-        SERVER = SERVERS[0]
+        mount("--bind", os.path.join(WORK, "hosts"), "/etc/hosts")
+        SERVER = Server(answer)
         suite = unittest.defaultTestLoader.loadTestsFromModule(sys.modules["__main__"])
         result = unittest.TextTestRunner(verbosity=2).run(suite)
         # A test whose subtests fail is listed once per failing subtest.
@@ -226,8 +228,12 @@ def main(hosts, *server_classes):
         print(f"{result.testsRun - failed} passed, {failed} failed")
         return 0 if failed == 0 and result.testsRun > 0 else 1
     finally:
-        for server in SERVERS:
-            server.stop()
+        STOPPING.set()
+        SERVER and SERVER.shutdown()
+        with open("/proc/self/mounts") as f:  # the tmpfs and read-only mounts a run made
+            points = [line.split()[1] for line in f if line.split()[1].startswith(WORK + "/")]
+        for point in reversed(points):
+            subprocess.run(["umount", "-l", point], check=False)
         if os.environ.get("VANTORIN_E2E_KEEP"):
             print("kept:", WORK)
         else:

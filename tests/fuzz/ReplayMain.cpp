@@ -3,9 +3,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
+
+#include "tests/support/TempDir.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -14,9 +13,7 @@ int main(int argc, char** argv) {
     for (int a = 1; a < argc; ++a) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(argv[a])) {
             if (!entry.is_regular_file()) continue;
-            std::ifstream in(entry.path(), std::ios::binary);
-            std::string bytes((std::istreambuf_iterator<char>(in)),
-                              std::istreambuf_iterator<char>());
+            const std::string bytes = vantorin::testing::ReadNativeFile(entry.path().string());
             LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()),
                                    bytes.size());
             ++inputs;

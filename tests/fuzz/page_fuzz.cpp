@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "extractor/LinkRewrite.h"
@@ -61,10 +62,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return out;
     };
     const std::uint8_t choice = size > 0 ? data[at++] : 0;
-    testing::MirrorFixture f;
-    testing::WriteNativeFile(f.tmp.NativePath("up/log.txt"), "outside\r\n");
-    testing::WriteNativeFile(f.tmp.NativePath("program/filters.txt"), "ads\r\n");
-    const auto outside = f.OutsideTarget();
+    // One mirror per process, its target folder emptied for every input.
+    static testing::MirrorFixture f;
+    static const CrawlVariables initial = [] {
+        testing::WriteNativeFile(f.tmp.NativePath("up/log.txt"), "outside\r\n");
+        testing::WriteNativeFile(f.tmp.NativePath("program/filters.txt"), "ads\r\n");
+        return f.vars;
+    }();
+    static const auto outside = f.OutsideTarget();
+    std::filesystem::remove_all(f.Target(""));
+    std::filesystem::create_directories(f.Target(""));
+    f.vars = initial;
+    f.queue = StringList();
+    f.notTaken = StringList();
     // The base is a queued address cut after its last "/": it holds no scheme.
     std::string base = Replace(field(), ":", "");
     if (choice & 1) f.vars.SiteHost = field();

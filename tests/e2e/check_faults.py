@@ -88,13 +88,14 @@ def drip(h):
         pass
 
 
-def big(h):
+def big(h, mib=BIG >> 20):
+    # A BIG body, or its first mib MiB and then nothing more.
     try:
         h.request.settimeout(30)
         h.request.sendall(b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n" % BIG)
-        for _ in range(BIG >> 20):
+        for _ in range(mib):
             h.request.sendall(b"b" * (1 << 20))
-        h.request.shutdown(socket.SHUT_WR)
+        h.request.shutdown(socket.SHUT_WR) if mib == BIG >> 20 else h.hold()
     except OSError:
         pass
 
@@ -177,7 +178,8 @@ CASES = [
            saved=(os.path.join(f"big{kind}.test", "big." + kind), BIG + 2), rss=16 * 1024 * 1024 + 3 * BIG) for kind in ["html", "zip"]],
     Case("hostile", 3, (b"A.html: File name too long\n", b"writes were refused: outside the target folder\n"),
          timeout="3" if harness.SANITIZER_RSS_BYTES else "1", pages=HOSTILE_PAGES, fault=lambda h: h.send(LEAF), seconds=(0, 60)),
-    stop("big-stop", big, rss=16 * 1024 * 1024 + 5 * BIG),  # four at once
+    # Four at once, 8 MiB each on the way (a whole one would be scanned first).
+    stop("big-stop", lambda h: big(h, 8), rss=RSS_BOUND),
     # A disk full before the start fails the start itself.
     Case("fullbefore", 2, (b"Eror: That is an invalid directory. Check it has no invalid characters.\n",),
          links=fill(2), tmpfs="256k", before=lambda run: os.system(f"cat /dev/zero >{run.mount_point}/f 2>&-")),
@@ -189,8 +191,9 @@ CASES = [
     quick("silent", 4, 3, fault=hold),
     quick("noclose", 0, 3, fault=noclose),
     quick("reset", 0, 3, fault=reset),
-    # A reset behind the bytes is a close: the part is saved; so is a headless answer.
-    Case("resetnow", 0, connections=1, fault=lambda h: reset(h, 0), timeout="1",
+    # A reset behind the bytes is a close: the part is saved (at load the bytes
+    # may be handled before the reset, and a retry saves them); so is a headless answer.
+    Case("resetnow", 0, fault=lambda h: reset(h, 0), timeout="1",
          saved=(os.path.join("resetnow.test", "index.html"), b"r" * RESET_SENT + b"\r\n")),
     Case("nohead", 0, address="www.nohead.test/page.html", connections=1, timeout="1",
          fault=lambda h: h.send(NO_HEADER_BYTES, head=False),
@@ -198,8 +201,8 @@ CASES = [
     stop("silent-stop", hold),
     stop("noclose-stop", noclose),
     stop("drip-stop", drip),
-    # A byte every 0.05 s keeps a 0.3 s timeout from firing: no retry in 1 s.
-    stop("drip-long", drip, timeout="0.3", wait=1, connections=5),
+    # A byte every 0.05 s keeps a 2 s timeout from firing: no retry in 2.5 s.
+    stop("drip-long", drip, timeout="2", wait=2.5, connections=5),
 ]
 CASES = [c for c in CASES if c.name in os.environ.get("ONLY", c.name).split(",")]
 BY_HOST = {c.address.split("/")[0]: c for c in CASES}
@@ -253,7 +256,7 @@ class Run(harness.Run):
             self.case.before(self)
         self.program_before = snapshot(self.program_folder)
         self.before = snapshot(self.folder, skip=self.not_watched())
-        self.tmp_kept = set(self.tmp_files())
+        self.tmp_kept, self.old_folders = set(self.tmp_files()), {os.path.dirname(p) for p in self.files()}
 
     def not_watched(self):
         # The settings store is the one place outside both folders a run writes to.
@@ -298,26 +301,25 @@ class Faults(unittest.TestCase):
             case, err = run.case, run.stderr[-3000:]
             with self.subTest(case.name):
                 self.assertGreaterEqual(run.status, 0, err)  # not killed by a signal
-                self.assertNotIn(b"Sanitizer", err)
-                self.assertNotIn(b"runtime error", err)
-                self.assertNotIn(b"etting", err)  # nothing said about settings
+                for word in [b"Sanitizer", b"runtime error", b"etting"]:  # nor a word on settings
+                    self.assertNotIn(word, err)
                 self.assertLess(run.peak_rss_kib * 1024, case.rss + harness.SANITIZER_RSS_BYTES)
                 self.assertEqual(run.changes_outside(), [])
                 self.assertLessEqual(set(changes(run.program_before, snapshot(run.program_folder))),
                                      PROGRAM_FOLDER_ADDITIONS)
                 # Placeholders in folders the crawl did not make stay, as designed.
-                self.assertLessEqual(set(run.tmp_files()), run.tmp_kept)
+                self.assertEqual([p for p in run.tmp_files() if p not in run.tmp_kept
+                                  and os.path.dirname(p) not in run.old_folders], [])
                 real_out = os.path.realpath(run.out)
                 for path in run.files().values():
                     self.assertTrue(os.path.realpath(path).startswith(real_out + os.sep), path)
                 if case.connections is not None:
                     self.assertEqual(len(run.requests), case.connections)
+                self.assertEqual(run.status, 130 if case.stop_at else case.status, err)
                 if case.stop_at:
                     self.assertTrue(run.note["running"])
-                    self.assertEqual(run.status, 130, err)
                     self.assertLess(run.note["exit_after"], 2)
                     continue
-                self.assertEqual(run.status, case.status, err)
                 self.assertEqual(run.stdout, DONE_LINE if run.status == 0 else b"")
                 for text in case.says:
                     self.assertIn(text, run.stderr)

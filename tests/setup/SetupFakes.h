@@ -5,18 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <deque>
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "engine/CrawlEngine.h"
-#include "output/CrawlVariables.h"
-#include "platform/Dialogs.h"
-#include "platform/FileSystem.h"
 #include "platform/SettingsStore.h"
 #include "setup/SetupServices.h"
 #include "tests/support/EngineFakes.h"

@@ -20,7 +20,7 @@
 #include "setup/zFilter.h"
 #include "tests/setup/SetupFakes.h"
 
-namespace vantorin {
+namespace vantorin::testing {
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -29,8 +29,8 @@ const std::string kDefaultsFile =
     ".htm\r\n.html\r\n.php\r\n.asp\r\n.txt\r\n.gif\r\n.jpg\r\n.jpeg\r\n.png\r\n.pdf\r\n.zip\r\n"
     ".css\r\n";
 
-std::string TypesFile(const testing::SetupWorld& w) {
-    return testing::ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
+std::string TypesFile(const SetupWorld& w) {
+    return ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
 }
 
 // A click as the window system delivers it: a window that a modal dialog
@@ -42,7 +42,7 @@ void Click(QWidget* button) {
 
 TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
     for (const bool download : {true, false}) {
-        testing::SetupWorld w;
+        SetupWorld w;
         frmNew form(w.services, w.engine);
         EXPECT_EQ(TypesFile(w), kDefaultsFile);
         EXPECT_EQ(w.settings.values["LastURL"], "http://");  // what was read is written back
@@ -57,7 +57,7 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
         EXPECT_EQ(form.txtDir->text().toStdString(), w.dir.Native() + "/site/deeper/");
         EXPECT_EQ(w.settings.values["InDir"], w.dir.Native() + "/site/deeper/");
         EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")));
-        EXPECT_FALSE(testing::NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
+        EXPECT_FALSE(NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
         EXPECT_EQ(w.engine.Running(), download);
         EXPECT_EQ(w.engine.State().Text1(), download ? "www.site.test/" : "");
         // The first run shows the defaults twice, and saves what it shows.
@@ -70,8 +70,8 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
 TEST(Wizard, AnUnwritableFolderShowsEror_ForDownloadAndClose) {
     // Running as root ignores read-only permissions, so the unwritable folder
     // is one that cannot exist: below a plain file.
-    testing::SetupWorld w;
-    testing::WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
+    SetupWorld w;
+    WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
     frmNew form(w.services, w.engine);
     form.show();
     const std::string typesBefore = TypesFile(w);
@@ -98,7 +98,7 @@ TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
         {"12", 12000}, {"abc", 0}, {"", 20000}, {"  7.5 ", 7500}, {"3000000", 20000}};
     for (const auto& c : cases) {
         for (const bool frame : {true, false}) {
-            testing::SetupWorld w;
+            SetupWorld w;
             frmNew form(w.services, w.engine);
             form.show();
             form.List2->setEditText(c.text);
@@ -111,7 +111,7 @@ TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
 }
 
 TEST(Wizard, FileTypesButtons) {
-    testing::SetupWorld w;
+    SetupWorld w;
     frmNew form(w.services, w.engine);
     w.dialogs.inputs = {"HTML", "  .Jpeg  ", ".abcd", ".htm", "abcde", "   ", std::nullopt};
     for (int i = 0; i < 7; ++i) form.Command3_Click();
@@ -147,7 +147,7 @@ TEST(Wizard, FileTypesButtons) {
 // The wizard opens centred over the main window and grows and shrinks about
 // its centre, but never leaves the screen's available area.
 TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
-    testing::SetupWorld w;
+    SetupWorld w;
     QWidget main;
     const QRect screen = main.screen()->availableGeometry();
     const double dpi = main.logicalDpiX();
@@ -199,7 +199,7 @@ TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
 // the chooser opens the root of a missing one; the rules get the backslash
 // form, a root with its designed double separator.
 TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
-    testing::SetupWorld w;
+    SetupWorld w;
     std::filesystem::create_directories(w.dir.NativePath("sites/Beta"));
     const std::string sites = w.dir.Native() + "/sites";
     // Stored InDir, the folder shown, what Ok chooses.
@@ -238,7 +238,7 @@ TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
 // The keyword filters opened from the modal wizard take input beside it, the
 // wizard still takes its own, and closing the wizard closes them, written.
 TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
-    testing::SetupWorld w;
+    SetupWorld w;
     QWidget main;
     main.show();
     QPointer<zFilter> filters;
@@ -260,16 +260,16 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     frmNew::ShowModal(w.services, w.engine, &main);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
-    EXPECT_EQ(testing::ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
+    EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
 }
 
 // A real settings store: what one wizard stored, the next one shows.
 TEST(Wizard, ASecondWizardShowsWhatTheFirstStored) {
-    testing::TempDir config;
+    TempDir config;
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(config.Native()));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        QString::fromStdString(config.Native()));
-    testing::SetupWorld w;
+    SetupWorld w;
     const std::string url = "http://caf\xE9.test/a b";  // one Latin-1 byte, kept as it is
     for (const bool first : {true, false}) {
         QtSettingsStore store;
@@ -282,7 +282,7 @@ TEST(Wizard, ASecondWizardShowsWhatTheFirstStored) {
             form.reject();
             continue;
         }
-        EXPECT_TRUE(testing::NativeExists(config.Native() + "/Vantorin/Vantorin.conf"));
+        EXPECT_TRUE(NativeExists(config.Native() + "/Vantorin/Vantorin.conf"));
         EXPECT_EQ(form.txtURL->text().toLatin1().toStdString(), url);
         EXPECT_EQ(form.txtDir->text().toStdString(), w.dir.Native() + "/site");
         EXPECT_EQ(form.List2->currentText(), "20");
@@ -290,4 +290,4 @@ TEST(Wizard, ASecondWizardShowsWhatTheFirstStored) {
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

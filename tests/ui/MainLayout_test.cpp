@@ -1,41 +1,42 @@
 #include "ui/MainLayout.h"
 
-#include "platform/gui/Twips.h"
-
 #include <gtest/gtest.h>
+
+#include "platform/gui/Twips.h"
 
 namespace vantorin {
 namespace {
 
-TEST(MainLayout, ResizeStepsFollowTheWindowAndATooSmallOneKeepsTheLastSizes) {
+int Right(const TwipRect& r) {
+    return r.Left + r.Width;
+}
+
+// Whatever the size, the panel, the toolbar and the connections box end on
+// one right margin, the "Data In" column at the panel's end, and the status
+// line stays as far above the window's bottom as designed, the queue taking
+// the height between. A window too small for a step keeps that step's last
+// size (exactly at the limit the queue may be 0 high).
+TEST(MainLayout, ResizeKeepsTheDesignsLinesAndATooSmallWindowTheLastSizes) {
     MainLayout l = DesignLayout();
-    // Nothing overlaps at the designed size.
-    EXPECT_LT(l.Text1.Left + l.Text1.Width, l.Picture2.Left);
-    EXPECT_LT(l.Label9.Left + l.Label9.Width, l.txtMax.Left);
-
-    ResizeLayout(l, 12000, 11000);
-    EXPECT_EQ(l.List1.Height, 11000 - 2280 - l.Picture1.Height - 480);
-    EXPECT_EQ(l.Label9.Left, l.txtMax.Left - 120 - l.Label9.Width);
-    EXPECT_EQ(l.Label7.Left, l.txtMax.Left);
-    EXPECT_EQ(l.Picture3.Left, l.Picture1.Width - l.Picture3.Width);
-
-    // Just too low: the queue keeps its last height while the widths follow
-    // (checked below, where a narrow window keeps them).
-    const int listHeight = l.List1.Height;
-    ResizeLayout(l, 4000, 2760 + l.Picture1.Height - 1);
-    EXPECT_EQ(l.List1.Height, listHeight);
-    EXPECT_EQ(l.Label6.Top, l.List1.Top + listHeight + 40);
-    EXPECT_EQ(l.Picture1.Width, 4000 - 480);
-    ResizeLayout(l, 4000, 2760 + l.Picture1.Height);  // exactly at the limit: 0 is allowed
-    EXPECT_EQ(l.List1.Height, 0);
-
-    // Very narrow: the widths stay, the positions still move (even below 0).
-    ResizeLayout(l, 300, 100);
-    EXPECT_EQ(l.Picture1.Width, 4000 - 480);
-    EXPECT_EQ(l.List1.Width, 4000 - 360);
-    EXPECT_EQ(l.Text1.Width, 4000 - l.Picture2.Width - 1440);
-    EXPECT_EQ(l.txtMax.Left, 300 - l.txtMax.Width - 360);
-    EXPECT_EQ(l.Picture2.Left, l.Text1.Left + l.Text1.Width + 120);
+    EXPECT_LT(Right(l.Text1), l.Picture2.Left);
+    EXPECT_LT(Right(l.Label9), l.txtMax.Left);
+    const MainLayout design = l;
+    const int minHeight = 2760 + l.Picture1.Height;
+    const int sizes[][2] = {{12000, 11000}, {4000, minHeight - 1}, {4000, minHeight}, {300, 100}};
+    for (const auto& [W, H] : sizes) {
+        const MainLayout before = l;
+        ResizeLayout(l, W, H);
+        SCOPED_TRACE(::testing::Message() << W << "x" << H);
+        EXPECT_TRUE(l.Picture1.Width >= 0 && l.List1.Width >= 0 && l.Text1.Width >= 0);
+        EXPECT_EQ(Right(l.Picture2), Right(l.Picture1));
+        EXPECT_EQ(Right(l.txtMax), W - (kFormWidth - Right(design.txtMax)));
+        EXPECT_EQ(Right(l.List1) - Right(l.Picture1), Right(design.List1) - Right(design.Picture1));
+        EXPECT_EQ(Right(l.Picture3), l.Picture1.Width);
+        EXPECT_EQ(Right(l.Label9) - l.txtMax.Left, Right(design.Label9) - design.txtMax.Left);
+        EXPECT_EQ(l.Label7.Left, l.txtMax.Left);
+        EXPECT_EQ(l.List1.Height, H < minHeight ? before.List1.Height : H - minHeight);
+        EXPECT_EQ(l.Label6.Top, l.List1.Top + l.List1.Height + 40);
+    }
 }
 
 TEST(MainLayout, TwipsAndPixelsAt96And144Dpi) {

@@ -65,16 +65,14 @@ TEST(QtDialogs, ABoxOverAnOpenQuestionAndTitles) {
     EXPECT_EQ(owner, question);
     question->close();
 
-    for (const char* given : {"", "Error"}) {
-        QTimer::singleShot(0, [&] {
-            auto* input = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-            title = input->windowTitle();
-            input->setTextValue("html");
-            input->accept();
-        });
-        EXPECT_EQ(dialogs.InputBox("Enter a file extension (e.g. .html)", given, ""), "html");
-        EXPECT_EQ(title, *given ? given : "Vantorin");
-    }
+    QTimer::singleShot(0, [&] {
+        auto* input = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+        title = input->windowTitle();
+        input->setTextValue("html");
+        input->accept();
+    });
+    EXPECT_EQ(dialogs.InputBox("Enter a file extension (e.g. .html)", "", ""), "html");
+    EXPECT_EQ(title, "Vantorin");
 }
 
 }  // namespace

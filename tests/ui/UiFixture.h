@@ -1,44 +1,25 @@
-// One main window over recording doubles, with a real engine driven by fake
-// sockets and timers, its program folder a fresh temporary folder.
+// The main window over an engine world, its wizard and filter dialog counted.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
-#include "engine/CrawlEngine.h"
-#include "tests/support/EngineFakes.h"
-#include "tests/support/ScriptedDialogs.h"
-#include "tests/support/TempDir.h"
+#include "platform/gui/QtDialogs.h"
+#include "tests/support/EngineWorld.h"
 #include "ui/frmMain.h"
 
 namespace vantorin::testing {
 
-class UiTest : public ::testing::Test {
-protected:
-    UiTest()
-        : fs(vars.TargetFolder, dir.Backslashed()),
-          engine(vars, fs,
-                 {dialogs, shell, PageTextReader(), Yield(), RecordingSockets(sockets),
-                  RecordingTimers(timers)}),
-          state(engine.State()),
-          window(engine, vars, dialogs, shell) {
+template <class DialogsT>
+struct MainWindowWorld : EngineWorld<DialogsT> {
+    MainWindowWorld() {
         window.ShowNewSiteWizard = [this] { ++wizards; };
         window.ShowFilterDialog = [this] { ++filterDialogs; };
         window.OnEndProgram = [this] { ++ends; };
     }
-
-    TempDir dir;
-    CrawlVariables vars;
-    FileSystem fs;
-    ScriptedDialogs dialogs;
-    RecordingShell shell;
-    std::vector<FakeSocket*> sockets;
-    std::vector<FakeTimer*> timers;  // 24 timeout timers, then tmrMove
-    CrawlEngine engine;
-    CrawlState& state;
-    frmMain window;
+    frmMain window{this->engine, this->vars, this->dialogs, this->shell};
     int wizards = 0, filterDialogs = 0, ends = 0;
 };
+
+class UiTest : public ::testing::Test, public MainWindowWorld<ScriptedDialogs> {};
 
 }  // namespace vantorin::testing

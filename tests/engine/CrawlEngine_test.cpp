@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <functional>
-#include <limits>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -33,6 +33,8 @@ TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     state.TotalBytes = state.FilesDone = 5;
     Start("www.a.test");  // slot 1 busy with the start page, which skips the queue
     EXPECT_EQ(state.TotalBytes + state.FilesDone, 0);
+    state.FilesDone = 1234;
+    state.TotalBytes = 56789;
     for (const char* item : {"www.a.test/1", "www.a.test/2", "www.a.test/3"})
         state.List1.AddItem(item);
     state.SetTxtMax("2");
@@ -40,6 +42,7 @@ TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     // Slots 1-2 busy: the queue waits, though slot 3 is closed.
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/3");
     EXPECT_EQ(state.List1.ListCount(), 2);
+    EXPECT_EQ(state.Label5() + state.Label3() + state.Label4(), "2 Files1,234 Files56,789 Bytes");
     sock(2).Close();  // a socket that closes frees its slot on the next tick
     engine.tmrMove_Timer();
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/2");
@@ -85,10 +88,17 @@ TEST_F(EngineTest, ShapesAndRefusesRequests) {
     }
 }
 
-TEST_F(EngineTest, TypedConnectionsCountRefusedFrom24UpWithNoLowerBound) {
-    for (const auto& [typed, refused] : {std::pair{"23", false}, std::pair{"-3", false},
-                                         std::pair{"24", true}, std::pair{"abc", true}}) {
+// A click resets the rows above the count; a typed count from 24 up is refused.
+TEST_F(EngineTest, ConnectionsCountResetsTheRowsAboveItAndRefusesFrom24Up) {
+    // Typed, refused, first row a click resets (25: none).
+    const std::tuple<const char*, bool, int> cases[] = {
+        {"23", false, 24}, {"2", false, 3}, {"-3", false, 1}, {"24", true, 25}, {"abc", true, 25}};
+    for (const auto& [typed, refused, firstReset] : cases) {
+        for (int row = 1; row <= kSlotCount; ++row) state.SetRowStatus(row, "busy");
         state.SetTxtMax(typed);
+        engine.txtMax_Click();
+        for (int row = 1; row <= kSlotCount; ++row)
+            EXPECT_EQ(state.Row(row).Status == "busy", row < firstReset) << typed << " " << row;
         engine.txtMax_Change();
         EXPECT_EQ(state.txtMax(), refused ? "4" : typed) << typed;
     }
@@ -114,12 +124,17 @@ TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
     }
 }
 
-TEST_F(EngineTest, JobAboveTheConnectionsCountStillEnds) {
+TEST_F(EngineTest, RowShowsAJobWithinTheCountAndAJobAboveItStillEnds) {
     Start("www.a.test/p.htm");
     sock(1).Accept();
+    sock(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 2048\r\n\r\n");
+    const auto row = [this] {
+        return state.Row(1).Status + "|" + state.Row(1).Size + "|" + state.Row(1).Received;
+    };
+    EXPECT_EQ(row(), "Downloading www.a.test/p.htm|2.00 KB|41 bytes");
     state.SetTxtMax("0");  // its row is reset on every chunk
-    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\npage");
-    EXPECT_EQ(state.Row(1).Status + state.Row(1).Received, "Not Connected.-");
+    sock(1).Receive("page");
+    EXPECT_EQ(row(), "Not Connected.|0 KB|-");
     sock(1).Receive("", true);
     EXPECT_EQ(state.FilesDone, 1);
 }
@@ -135,28 +150,6 @@ TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
     EXPECT_EQ(state.FilesDone, 0);
     EXPECT_EQ(engine.Slot(1).Response, "");
     EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
-}
-
-TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
-    constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
-    // TotalBytes and BytesReceived before a 4-byte chunk, then after it.
-    const std::int32_t cases[][4] = {
-        {kMax - 2, 10, kMax - 2, 14},
-        {10, kMax - 2, 14, kMax - 2},
-        {kMax - 4, kMax - 4, kMax, kMax},
-        {kMax, kMax, kMax, kMax},
-    };
-    for (const auto& [total, received, totalAfter, receivedAfter] : cases) {
-        Start("www.a.test/x.htm");
-        sock(1).Accept();
-        state.TotalBytes = total;
-        engine.Slot(1).BytesReceived = received;
-        sock(1).Receive("abcd");
-        EXPECT_EQ(state.TotalBytes, totalAfter) << total;
-        EXPECT_EQ(engine.Slot(1).BytesReceived, receivedAfter) << received;
-        EXPECT_EQ(engine.Slot(1).Response, "abcd");  // only the counters stop
-        engine.StopNOW();
-    }
 }
 
 TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
@@ -229,15 +222,52 @@ TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
     EXPECT_TRUE(engine.Running());
 }
 
-TEST_F(EngineTest, StopTearsEveryJobDown) {
+// One end-to-end case of the guard's work (its own table is in FileSystem's
+// test): a link that climbs out once "www." is cut ("..www." becomes "..")
+// toward the program's own file-type list changes nothing outside the target.
+TEST_F(EngineTest, AClimbingLinkNeverLeavesTheTargetFolder) {
+    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".html\r\n.txt\r\n");
+    const auto before = ListTreeExcept(dir.Native(), dir.NativePath("site"));
+    Start("www.a.test/a.html");
+    sock(1).Accept();
+    sock(1).Receive("H\r\n\r\n<a href='a/..www./..www./..www./prog/temp/filetypes.txt'>", true);
+    EXPECT_EQ(ListTreeExcept(dir.Native(), dir.NativePath("site")), before);
+    EXPECT_TRUE(NativeExists(dir.NativePath("site/a.test/a.html")));
+}
+
+TEST_F(EngineTest, StartAndStopTellTheWindowAndStopTearsEveryJobDown) {
+    std::set<StateChange> told;
+    state.onChange = [&told](StateChange change, int) { told.insert(change); };
     Start("www.a.test/x.htm");
+    using enum StateChange;
+    EXPECT_EQ(told, (std::set{Text1, Text1Enabled, Command1, Command2, mnupause, Captions, Row}));
+    EXPECT_TRUE(state.mnupauseEnabled() && !state.Text1Enabled() && move().enabled);
     state.List1.AddItem("www.a.test/q.htm");
     dialogs.answers = {kAnswerYes};
+    told.clear();
     engine.AskStop();
-    EXPECT_FALSE(move().enabled);
+    EXPECT_TRUE(told.contains(Text1Focus) && state.Text1Enabled());
+    EXPECT_FALSE(move().enabled || state.mnupauseEnabled());
     EXPECT_EQ(state.List1.ListCount(), 0);
     for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
     EXPECT_EQ(engine.Slot(1).Url, "");
+    sock(1).Accept();  // a connect that lands after the stop is closed unused
+    EXPECT_EQ(sock(1).state, kSockClosed);
+    EXPECT_TRUE(sock(1).sent.empty());
+}
+
+TEST_F(EngineTest, ExitStopsARunningCrawlUnlessAnsweredNo) {
+    int ended = 0;
+    engine.onEndProgram = [&ended] { ++ended; };
+    for (const int answer : {kAnswerNo, kAnswerYes}) {
+        Start("www.a.test/x.htm");
+        dialogs.answers = {answer};
+        std::vector<bool> unloads;
+        engine.AskExit([&unloads](bool unload) { unloads.push_back(unload); });
+        EXPECT_EQ(unloads, std::vector<bool>{answer == kAnswerYes});
+        EXPECT_EQ(engine.Running() && move().enabled && sock(1).state, answer == kAnswerNo);
+    }
+    EXPECT_EQ(ended, 1);
 }
 
 }  // namespace

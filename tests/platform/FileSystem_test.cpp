@@ -140,6 +140,8 @@ TEST_F(FileSystemTest, DeleteMatchingFindsTheFolderWhateverItsCase) {
     EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/Img/d.tmpl")));
     EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/top.tmp")));
     EXPECT_EQ(fs.DeleteMatching(target + "nowhere\\*.tmp"), 0);
+    EXPECT_FALSE(fs.DeleteFile(target + "Site.COM\\Img"));  // a folder is no file
+    EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/Img")));
 
     WriteNativeFile(dir.NativePath("stray.tmp"), "keep");
     EXPECT_EQ(fs.DeleteMatching(dir.Backslashed() + "*.tmp"), 0);  // outside: refused

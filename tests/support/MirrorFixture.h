@@ -38,7 +38,6 @@ struct MirrorFixture {
     std::string Target(const std::string& relative) const {
         return tmp.NativePath("up/mirror/" + relative);
     }
-
 };
 
 }  // namespace vantorin::testing

@@ -265,9 +265,15 @@ TEST_F(EngineTest, StartAndStopTellTheWindowAndStopTearsEveryJobDown) {
     EXPECT_TRUE(state.mnupauseEnabled() && !state.Text1Enabled() && move().enabled);
     state.List1.AddItem("www.a.test/q.htm");
     dialogs.answers = {kAnswerYes};
+    engine.PauseBegin();
+    EXPECT_FALSE(move().enabled);
+    engine.PauseEnd();
+    EXPECT_TRUE(move().enabled);
     told.clear();
     engine.AskStop();
-    EXPECT_TRUE(told.contains(Text1Focus) && state.Text1Enabled());
+    EXPECT_TRUE(told.contains(Text1Focus) && state.Text1Enabled() && state.Stopping);
+    EXPECT_EQ(state.Label6(), "Operation Cancelled.");
+    EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::Stopped});
     EXPECT_FALSE(move().enabled || state.mnupauseEnabled());
     EXPECT_EQ(state.List1.ListCount(), 0);
     for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
@@ -290,6 +296,11 @@ TEST_F(EngineTest, ExitStopsARunningCrawlUnlessAnsweredNo) {
         EXPECT_EQ(move().enabled && sock(1).state, answer == kAnswerNo);
     }
     EXPECT_EQ(ended, 1);
+    state.Stopping = true;  // the reload after a stop unloads without asking
+    dialogs.asked.clear();
+    engine.AskExit([&ended](bool unload) { ended += unload; });
+    EXPECT_EQ(ended, 2);
+    EXPECT_TRUE(dialogs.asked.empty());
 }
 
 }  // namespace

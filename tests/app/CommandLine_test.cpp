@@ -20,8 +20,8 @@ std::string Parsed(const std::vector<std::string>& args) {
 TEST(CommandLine, ParsesOrRefusesEachLine) {
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{}, "Window||||4|"},
-        {{"--url", "www.a.test", "--dir", "/m"}, "Crawl|www.a.test|/m||4|"},
-        {{"--dir=/m", "--url=x", "--timeout", "2.5", "--connections", "9"}, "Crawl|x|/m|2.5|9|"},
+        {{"--url", "www.a.test", "--dir", "/m", "--connections", "10"}, "Crawl|www.a.test|/m||10|"},
+        {{"--dir=/m", "--url=x", "--timeout", "2.5", "--connections", "19"}, "Crawl|x|/m|2.5|19|"},
         // An empty address is the wizard's to take.
         {{"--url", "", "--dir", "/m", "--connections", "24"}, "Crawl||/m||24|"},
         {{"--url", "x", "--dir", "/m", "--help"}, "Help||||4|"},

@@ -52,6 +52,11 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
             EXPECT_TRUE(std::filesystem::is_empty(f.Target(""))) << link;
         }
     }
+    // A link climbing inside the site is recorded before and after resolving.
+    MirrorFixture f;
+    AdmitLink("http://site.com/a/../b.html", f.queue, f.notTaken, f.m);
+    EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
+              "site.com/a/../b.html\r\nsite.com/b.html\r\n\r\n");
 }
 
 // Known when downloaded (also under an added ".html") or already queued; a

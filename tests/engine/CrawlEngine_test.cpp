@@ -22,9 +22,11 @@ TEST_F(EngineTest, StartCleansTheAddress) {
     };
     for (const auto& [typed, text1, siteHost] : cases) {
         engine.StopNOW();
+        vars.MadeFolders = vars.LastSearchPage = "the last crawl's";
         Start(typed);
         EXPECT_EQ(state.Text1(), text1) << typed;
         EXPECT_EQ(vars.SiteHost, siteHost) << typed;
+        EXPECT_EQ(vars.MadeFolders + vars.LastSearchPage, "") << typed;
     }
 }
 
@@ -125,10 +127,15 @@ TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
     }
 }
 
+// Each chunk restarts the timeout, which measures silence.
 TEST_F(EngineTest, RowShowsAJobWithinTheCountAndAJobAboveItStillEnds) {
+    engine.Slot(1).BytesReceived = engine.Slot(1).ContentLength = 99;  // the slot's last job
     Start("www.a.test/p.htm");
+    EXPECT_EQ(engine.Slot(1).ContentLength, 0);
     sock(1).Accept();
+    const int starts = out(1).starts;
     sock(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 2048\r\n\r\n");
+    EXPECT_EQ(out(1).starts, starts + 1);
     const auto row = [this] {
         return state.Row(1).Status + "|" + state.Row(1).Size + "|" + state.Row(1).Received;
     };
@@ -187,6 +194,7 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     EXPECT_TRUE(outcomes.empty());
     state.List1.Clear();
     out(1).Fire();
+    out(1).Fire();  // a second ending asks and reports nothing more
     EXPECT_EQ(state.Label6(), "Website Downloaded!");
     EXPECT_EQ(shell.folders, std::vector<std::string>{vars.TargetFolder});
     EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::SiteComplete});
@@ -241,6 +249,7 @@ TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
     }
     EXPECT_EQ(placeholders(), std::vector<std::string>{dir.NativePath("site/a.test/p.jpeg.tmp")});
     EXPECT_TRUE(engine.Running());
+    EXPECT_EQ(state.Row(1).Received, "-");  // a finished job's counts leave its row
 }
 
 // One end-to-end case of the guard's work (its own table is in FileSystem's

@@ -147,17 +147,39 @@ TEST_F(EngineTest, RowShowsAJobWithinTheCountAndAJobAboveItStillEnds) {
     EXPECT_EQ(state.FilesDone, 1);
 }
 
-TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
-    Start("www.a.test/x.htm");
-    sock(1).Accept();
-    duringYield = [this] {
-        engine.StopNOW();
-        Start("www.b.test/y.htm");  // the same slot is reused at once
-    };
-    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
-    EXPECT_EQ(state.FilesDone, 0);
-    EXPECT_EQ(engine.Slot(1).Response, "");
-    EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
+// The slot is reused at once, after a stop or by the next tick.
+TEST_F(EngineTest, ANewJobInsideAYieldOwnsTheSlot) {
+    for (const bool stop : {true, false}) {
+        Start("www.a.test/x.htm");
+        sock(1).Accept();
+        duringYield = [this, stop] {
+            if (stop) {
+                engine.StopNOW();
+                return Start("www.b.test/y.htm");
+            }
+            sock(1).Close();
+            state.List1.AddItem("www.a.test/y.htm");
+            engine.tmrMove_Timer();
+        };
+        sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
+        EXPECT_EQ(state.FilesDone, 0);
+        EXPECT_EQ(engine.Slot(1).Response, "");
+        EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
+        EXPECT_EQ(state.Row(1).Received, "-");      // nor its row
+    }
+}
+
+// The wizard's timeout goes to every timer that takes it.
+TEST_F(EngineTest, TimeoutIntervalTakesZeroToIntMaxOnSlotsOneTo24) {
+    constexpr long long kIntMax = std::numeric_limits<int>::max();
+    const std::tuple<int, long long, bool> cases[] = {{1, 0, true},   {24, kIntMax, true},
+                                                      {1, -1, false}, {1, kIntMax + 1, false},
+                                                      {0, 5, false},  {25, 5, false}};
+    for (const auto& [slot, ms, taken] : cases) {
+        EXPECT_EQ(engine.SetTimeoutInterval(slot, ms), taken) << slot << " " << ms;
+        EXPECT_EQ(engine.TimeoutInterval(slot), taken ? ms : slot == 1 ? 15000 : 0);
+        engine.SetTimeoutInterval(1, 15000);
+    }
 }
 
 // The counters are 32-bit: an add that would pass the maximum is skipped
@@ -187,7 +209,9 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     for (int i = 0; i < 3; ++i) {
         sock(1).state = kSockError;  // refused: the slot is not free until its timeout
         EXPECT_EQ(engine.FindFreeSlot(), 2);
+        state.SetRowReceived(1, "9 bytes");
         out(1).Fire();  // two more attempts, then given up
+        EXPECT_EQ(state.Row(1).Received, "-");
     }
     EXPECT_EQ(sock(1).connects.size(), 3u);
     EXPECT_FALSE(state.Command1Enabled());

@@ -35,7 +35,7 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
     std::string bytes;
     for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
     const std::tuple<std::string, const char*, std::string> cases[] = {
-        {"abcdef", "site.com/a.bin", "def\r\n"},  // no blank line: three characters lost
+        {"abcdef", "site.com/a.txt", "def\r\n"},  // no blank line: three characters lost
         {"H\r\n\r\nx", "site.com/dir/.html", "x\r\n"},
         {"H\r\n\r\nx\ny", "site.com/a.PHP", "x\ny\r\n"},
         {"H\r\n\r\nx", "site.com/x.html/b.php", "x\r\n"},
@@ -49,6 +49,10 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
         const std::string file = Replace(address, "/.html", "/index.html");
         EXPECT_EQ(ReadNativeFile(s.Target(file)), content) << address;
         EXPECT_EQ(s.filesDone, 1) << address;
+        // Only pages and text files are recorded for the search.
+        EXPECT_EQ(NativeExists(s.Target("_SearchData/site.com.txt")),
+                  Contains(file, ".htm") || Contains(file, ".txt"))
+            << address;
     }
 }
 

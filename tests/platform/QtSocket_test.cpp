@@ -103,18 +103,5 @@ TEST_F(QtSocketTest, AResetRightBehindTheBytesIsAClose) {
     EXPECT_EQ(deliveries[0], std::make_pair(std::string("partial"), int(kSockClosing)));
 }
 
-// The engine retries a refused job on its timeout: the error state must hold.
-TEST_F(QtSocketTest, RefusedConnectionStaysInErrorUntilClosed) {
-    const quint16 port = server.serverPort();
-    server.close();  // nothing listens there any more
-    socket.Connect("127.0.0.1", port);
-    ASSERT_TRUE(PumpUntil([this] { return socket.State() == kSockError; }));
-    Pump(50);
-    EXPECT_EQ(socket.State(), kSockError);
-    EXPECT_EQ(connectedEvents, 0);
-    socket.Close();
-    EXPECT_EQ(socket.State(), kSockClosed);
-}
-
 }  // namespace
 }  // namespace vantorin::testing

@@ -4,6 +4,8 @@
 
 #include "app/HeadlessDialogs.h"
 
+#include <tuple>
+
 namespace vantorin {
 namespace {
 
@@ -21,20 +23,15 @@ WriteFaults Failing(std::int64_t files, std::int64_t lines, std::int64_t refused
 }
 
 TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
-    struct Case {
-        bool interrupted;
-        std::int64_t bytes, files, lines;
-        int status;
+    // Interrupted, bytes, files, lines and writes refused failing, the status.
+    const std::tuple<bool, int, int, int, int, int> cases[] = {
+        {false, 10, 0, 0, 0, 0}, {false, 0, 0, 0, 0, 4},   {false, 10, 1, 0, 0, 3},
+        {false, 10, 0, 1, 0, 3}, {false, 10, 0, 0, 1, 3},  {false, 0, 2, 0, 0, 3},  // 3 wins over 4
+        {true, 0, 0, 0, 0, 130}, {true, 10, 1, 1, 1, 130},
     };
-    const Case cases[] = {
-        {false, 10, 0, 0, 0}, {false, 0, 0, 0, 4},   {false, 10, 1, 0, 3},
-        {false, 10, 0, 1, 3}, {false, 0, 2, 0, 3},  // 3 wins over 4
-        {true, 0, 0, 0, 130}, {true, 10, 1, 1, 130},
-    };
-    for (const Case& c : cases) {
-        CrawlResult r{c.interrupted, c.bytes, Failing(c.files, c.lines, 0, "")};
-        EXPECT_EQ(ExitStatus(r), c.status)
-            << c.interrupted << " " << c.bytes << " " << c.files << " " << c.lines;
+    for (const auto& [interrupted, bytes, files, lines, refused, status] : cases) {
+        CrawlResult r{interrupted, bytes, Failing(files, lines, refused, "")};
+        EXPECT_EQ(ExitStatus(r), status) << interrupted << bytes << files << lines << refused;
     }
 }
 

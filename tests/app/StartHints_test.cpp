@@ -19,8 +19,10 @@ TEST(StartHints, NameWhatTheAddressWillNotDo) {
         {"/home/me/site", local},
         {"\\\\server\\share", local},
         {"File:///tmp/x.html", local},
-        {"c:\\sites", local},
-        {"D:", local},
+        {"z:\\sites", local},  // the drive letter's bounds
+        {"a:/x", local},
+        {"A:", local},
+        {"Z:", local},
         {"a:80", port},
         {"www.a.test:8080/x:y", port},
         {"http://www.a.test:81", port},

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -21,9 +22,11 @@ TEST_F(EngineTest, StartCleansTheAddress) {
     };
     for (const auto& [typed, text1, siteHost] : cases) {
         engine.StopNOW();
+        vars.MadeFolders = vars.LastSearchPage = "the last crawl's";
         Start(typed);
         EXPECT_EQ(state.Text1(), text1) << typed;
         EXPECT_EQ(vars.SiteHost, siteHost) << typed;
+        EXPECT_EQ(vars.MadeFolders + vars.LastSearchPage, "") << typed;
     }
 }
 
@@ -33,6 +36,8 @@ TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     state.TotalBytes = state.FilesDone = 5;
     Start("www.a.test");  // slot 1 busy with the start page, which skips the queue
     EXPECT_EQ(state.TotalBytes + state.FilesDone, 0);
+    state.FilesDone = 1234;
+    state.TotalBytes = 56789;
     for (const char* item : {"www.a.test/1", "www.a.test/2", "www.a.test/3"})
         state.List1.AddItem(item);
     state.SetTxtMax("2");
@@ -40,6 +45,7 @@ TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     // Slots 1-2 busy: the queue waits, though slot 3 is closed.
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/3");
     EXPECT_EQ(state.List1.ListCount(), 2);
+    EXPECT_EQ(state.Label5() + state.Label3() + state.Label4(), "2 Files1,234 Files56,789 Bytes");
     sock(2).Close();  // a socket that closes frees its slot on the next tick
     engine.tmrMove_Timer();
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/2");
@@ -85,10 +91,17 @@ TEST_F(EngineTest, ShapesAndRefusesRequests) {
     }
 }
 
-TEST_F(EngineTest, TypedConnectionsCountRefusedFrom24UpWithNoLowerBound) {
-    for (const auto& [typed, refused] : {std::pair{"23", false}, std::pair{"-3", false},
-                                         std::pair{"24", true}, std::pair{"abc", true}}) {
+// A click resets the rows above the count; a typed count from 24 up is refused.
+TEST_F(EngineTest, ConnectionsCountResetsTheRowsAboveItAndRefusesFrom24Up) {
+    // Typed, refused, first row a click resets (25: none).
+    const std::tuple<const char*, bool, int> cases[] = {
+        {"23", false, 24}, {"2", false, 3}, {"-3", false, 1}, {"24", true, 25}, {"abc", true, 25}};
+    for (const auto& [typed, refused, firstReset] : cases) {
+        for (int row = 1; row <= kSlotCount; ++row) state.SetRowStatus(row, "busy");
         state.SetTxtMax(typed);
+        engine.txtMax_Click();
+        for (int row = 1; row <= kSlotCount; ++row)
+            EXPECT_EQ(state.Row(row).Status == "busy", row < firstReset) << typed << " " << row;
         engine.txtMax_Change();
         EXPECT_EQ(state.txtMax(), refused ? "4" : typed) << typed;
     }
@@ -114,38 +127,69 @@ TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
     }
 }
 
-TEST_F(EngineTest, JobAboveTheConnectionsCountStillEnds) {
+// Each chunk restarts the timeout, which measures silence.
+TEST_F(EngineTest, RowShowsAJobWithinTheCountAndAJobAboveItStillEnds) {
+    engine.Slot(1).BytesReceived = engine.Slot(1).ContentLength = 99;  // the slot's last job
     Start("www.a.test/p.htm");
+    EXPECT_EQ(engine.Slot(1).ContentLength, 0);
     sock(1).Accept();
+    const int starts = out(1).starts;
+    sock(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 2048\r\n\r\n");
+    EXPECT_EQ(out(1).starts, starts + 1);
+    const auto row = [this] {
+        return state.Row(1).Status + "|" + state.Row(1).Size + "|" + state.Row(1).Received;
+    };
+    EXPECT_EQ(row(), "Downloading www.a.test/p.htm|2.00 KB|41 bytes");
     state.SetTxtMax("0");  // its row is reset on every chunk
-    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\npage");
-    EXPECT_EQ(state.Row(1).Status + state.Row(1).Received, "Not Connected.-");
+    sock(1).Receive("page");
+    EXPECT_EQ(row(), "Not Connected.|0 KB|-");
     sock(1).Receive("", true);
     EXPECT_EQ(state.FilesDone, 1);
 }
 
-TEST_F(EngineTest, StopInsideAYieldLeavesTheSlotAlone) {
-    Start("www.a.test/x.htm");
-    sock(1).Accept();
-    duringYield = [this] {
-        engine.StopNOW();
-        Start("www.b.test/y.htm");  // the same slot is reused at once
-    };
-    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
-    EXPECT_EQ(state.FilesDone, 0);
-    EXPECT_EQ(engine.Slot(1).Response, "");
-    EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
+// The slot is reused at once, after a stop or by the next tick.
+TEST_F(EngineTest, ANewJobInsideAYieldOwnsTheSlot) {
+    for (const bool stop : {true, false}) {
+        Start("www.a.test/x.htm");
+        sock(1).Accept();
+        duringYield = [this, stop] {
+            if (stop) {
+                engine.StopNOW();
+                return Start("www.b.test/y.htm");
+            }
+            sock(1).Close();
+            state.List1.AddItem("www.a.test/y.htm");
+            engine.tmrMove_Timer();
+        };
+        sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
+        EXPECT_EQ(state.FilesDone, 0);
+        EXPECT_EQ(engine.Slot(1).Response, "");
+        EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
+        EXPECT_EQ(state.Row(1).Received, "-");      // nor its row
+    }
 }
 
+// The wizard's timeout goes to every timer that takes it.
+TEST_F(EngineTest, TimeoutIntervalTakesZeroToIntMaxOnSlotsOneTo24) {
+    constexpr long long kIntMax = std::numeric_limits<int>::max();
+    const std::tuple<int, long long, bool> cases[] = {{1, 0, true},   {24, kIntMax, true},
+                                                      {1, -1, false}, {1, kIntMax + 1, false},
+                                                      {0, 5, false},  {25, 5, false}};
+    for (const auto& [slot, ms, taken] : cases) {
+        EXPECT_EQ(engine.SetTimeoutInterval(slot, ms), taken) << slot << " " << ms;
+        EXPECT_EQ(engine.TimeoutInterval(slot), taken ? ms : slot == 1 ? 15000 : 0);
+        engine.SetTimeoutInterval(1, 15000);
+    }
+}
+
+// The counters are 32-bit: an add that would pass the maximum is skipped
+// (reaching it exactly is not), and only the counters stop.
 TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
     constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
     // TotalBytes and BytesReceived before a 4-byte chunk, then after it.
-    const std::int32_t cases[][4] = {
-        {kMax - 2, 10, kMax - 2, 14},
-        {10, kMax - 2, 14, kMax - 2},
-        {kMax - 4, kMax - 4, kMax, kMax},
-        {kMax, kMax, kMax, kMax},
-    };
+    const std::int32_t cases[][4] = {{kMax - 2, 10, kMax - 2, 14},
+                                     {10, kMax - 2, 14, kMax - 2},
+                                     {kMax - 4, kMax - 4, kMax, kMax}};
     for (const auto& [total, received, totalAfter, receivedAfter] : cases) {
         Start("www.a.test/x.htm");
         sock(1).Accept();
@@ -154,8 +198,7 @@ TEST_F(EngineTest, CountersSkipAnAddThatWouldOverflow) {
         sock(1).Receive("abcd");
         EXPECT_EQ(state.TotalBytes, totalAfter) << total;
         EXPECT_EQ(engine.Slot(1).BytesReceived, receivedAfter) << received;
-        EXPECT_EQ(engine.Slot(1).Response, "abcd");  // only the counters stop
-        engine.StopNOW();
+        EXPECT_EQ(engine.Slot(1).Response, "abcd");
     }
 }
 
@@ -166,13 +209,16 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     for (int i = 0; i < 3; ++i) {
         sock(1).state = kSockError;  // refused: the slot is not free until its timeout
         EXPECT_EQ(engine.FindFreeSlot(), 2);
+        state.SetRowReceived(1, "9 bytes");
         out(1).Fire();  // two more attempts, then given up
+        EXPECT_EQ(state.Row(1).Received, "-");
     }
     EXPECT_EQ(sock(1).connects.size(), 3u);
     EXPECT_FALSE(state.Command1Enabled());
     EXPECT_TRUE(outcomes.empty());
     state.List1.Clear();
     out(1).Fire();
+    out(1).Fire();  // a second ending asks and reports nothing more
     EXPECT_EQ(state.Label6(), "Website Downloaded!");
     EXPECT_EQ(shell.folders, std::vector<std::string>{vars.TargetFolder});
     EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::SiteComplete});
@@ -227,17 +273,67 @@ TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
     }
     EXPECT_EQ(placeholders(), std::vector<std::string>{dir.NativePath("site/a.test/p.jpeg.tmp")});
     EXPECT_TRUE(engine.Running());
+    EXPECT_EQ(state.Row(1).Received, "-");  // a finished job's counts leave its row
 }
 
-TEST_F(EngineTest, StopTearsEveryJobDown) {
+// One end-to-end case of the guard's work (its own table is in FileSystem's
+// test): a link that climbs out once "www." is cut ("..www." becomes "..")
+// toward the program's own file-type list changes nothing outside the target.
+TEST_F(EngineTest, AClimbingLinkNeverLeavesTheTargetFolder) {
+    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".html\r\n.txt\r\n");
+    const auto before = ListTreeExcept(dir.Native(), dir.NativePath("site"));
+    Start("www.a.test/a.html");
+    sock(1).Accept();
+    sock(1).Receive("H\r\n\r\n<a href='a/..www./..www./..www./prog/temp/filetypes.txt'>", true);
+    EXPECT_EQ(ListTreeExcept(dir.Native(), dir.NativePath("site")), before);
+    EXPECT_TRUE(NativeExists(dir.NativePath("site/a.test/a.html")));
+}
+
+TEST_F(EngineTest, StartAndStopTellTheWindowAndStopTearsEveryJobDown) {
+    std::set<StateChange> told;
+    state.onChange = [&told](StateChange change, int) { told.insert(change); };
     Start("www.a.test/x.htm");
+    using enum StateChange;
+    EXPECT_EQ(told, (std::set{Text1, Text1Enabled, Command1, Command2, mnupause, Captions, Row}));
+    EXPECT_TRUE(state.mnupauseEnabled() && !state.Text1Enabled() && move().enabled);
     state.List1.AddItem("www.a.test/q.htm");
     dialogs.answers = {kAnswerYes};
-    engine.AskStop();
+    engine.PauseBegin();
     EXPECT_FALSE(move().enabled);
+    engine.PauseEnd();
+    EXPECT_TRUE(move().enabled);
+    told.clear();
+    engine.AskStop();
+    EXPECT_TRUE(told.contains(Text1Focus) && state.Text1Enabled() && state.Stopping);
+    EXPECT_EQ(state.Label6(), "Operation Cancelled.");
+    EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::Stopped});
+    EXPECT_FALSE(move().enabled || state.mnupauseEnabled());
     EXPECT_EQ(state.List1.ListCount(), 0);
     for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
     EXPECT_EQ(engine.Slot(1).Url, "");
+    sock(1).Accept();  // a connect that lands after the stop is closed unused
+    EXPECT_EQ(sock(1).state, kSockClosed);
+    EXPECT_TRUE(sock(1).sent.empty());
+}
+
+TEST_F(EngineTest, ExitStopsARunningCrawlUnlessAnsweredNo) {
+    int ended = 0;
+    engine.onEndProgram = [&ended] { ++ended; };
+    for (const int answer : {kAnswerNo, kAnswerYes}) {
+        Start("www.a.test/x.htm");
+        dialogs.answers = {answer};
+        std::vector<bool> unloads;
+        engine.AskExit([&unloads](bool unload) { unloads.push_back(unload); });
+        EXPECT_EQ(unloads, std::vector<bool>{answer == kAnswerYes});
+        EXPECT_EQ(engine.Running(), answer == kAnswerNo);
+        EXPECT_EQ(move().enabled && sock(1).state, answer == kAnswerNo);
+    }
+    EXPECT_EQ(ended, 1);
+    state.Stopping = true;  // the reload after a stop unloads without asking
+    dialogs.asked.clear();
+    engine.AskExit([&ended](bool unload) { ended += unload; });
+    EXPECT_EQ(ended, 2);
+    EXPECT_TRUE(dialogs.asked.empty());
 }
 
 }  // namespace

@@ -54,6 +54,8 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
         dir.Backslashed() + "mirror2\\x.txt",  // a sibling sharing the prefix
         "\\etc\\vantorin-test-never",
         "relative-never.txt",
+        // Judged whole it lies in the mirror; the system would cut it at the NUL.
+        dir.Backslashed() + "escape" + std::string(1, '\0') + "\\..\\mirror\\x.txt",
         "",
     };
     for (const auto& path : outside) {
@@ -65,6 +67,7 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     EXPECT_EQ(ReadNativeFile(dir.NativePath("outside.txt")), "keep");
     EXPECT_FALSE(NativeExists(dir.NativePath("mirror2")));
     EXPECT_FALSE(NativeExists("relative-never.txt"));
+    EXPECT_FALSE(NativeExists(dir.NativePath("escape")));
 
     EXPECT_TRUE(fs.WriteWhole(program + "\\filters.txt", "x"));
     EXPECT_TRUE(fs.WriteWhole(target + "a.txt", "x"));
@@ -140,6 +143,8 @@ TEST_F(FileSystemTest, DeleteMatchingFindsTheFolderWhateverItsCase) {
     EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/Img/d.tmpl")));
     EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/top.tmp")));
     EXPECT_EQ(fs.DeleteMatching(target + "nowhere\\*.tmp"), 0);
+    EXPECT_FALSE(fs.DeleteFile(target + "Site.COM\\Img"));  // a folder is no file
+    EXPECT_TRUE(NativeExists(dir.NativePath("mirror/Site.COM/Img")));
 
     WriteNativeFile(dir.NativePath("stray.tmp"), "keep");
     EXPECT_EQ(fs.DeleteMatching(dir.Backslashed() + "*.tmp"), 0);  // outside: refused

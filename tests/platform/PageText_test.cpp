@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 #include "tests/support/TempDir.h"
@@ -45,7 +44,7 @@ TEST(VisibleTextOfHtml, LaysTextOutAsInnerTextOfTheBody) {
 
 // Hostile markup must come back quickly and bounded; if a bound were missing
 // these would run for minutes (quadratic nesting) or take gigabytes.
-TEST(VisibleTextOfHtml, StaysBoundedOnHostileAndBinaryInput) {
+TEST(VisibleTextOfHtml, StaysBoundedOnHostileInput) {
     std::string nested;
     for (int i = 0; i < 100000; ++i) nested += "<div>";
     nested += "deep";
@@ -63,12 +62,6 @@ TEST(VisibleTextOfHtml, StaysBoundedOnHostileAndBinaryInput) {
     std::string many;
     for (int i = 0; i < 400000; ++i) many += "<p>x";
     EXPECT_LE(VisibleTextOfHtml(many).size(), 3u * 400000);
-
-    std::mt19937 random(7);
-    std::string binary(3 << 20, '\0');
-    for (char& c : binary) c = static_cast<char>(random());
-    std::string fromBinary = VisibleTextOfHtml(binary);
-    EXPECT_LE(fromBinary.size(), binary.size());
 
     EXPECT_EQ(VisibleTextOfHtml(std::string("<body>a\0b</body>", 16)).find('\0'),
               std::string::npos);

@@ -49,12 +49,16 @@ class FakeTimer : public Timer {
 public:
     void SetInterval(int ms) override { interval = ms; }
     int Interval() const override { return interval; }
-    void SetEnabled(bool on) override { enabled = on; }
+    void SetEnabled(bool on) override {
+        starts += on && !enabled;
+        enabled = on;
+    }
     bool Enabled() const override { return enabled; }
     void Fire() { onTimer(); }
 
     int interval = 0;
     bool enabled = false;
+    int starts = 0;  // times enabled afresh: each restarts the count
 };
 
 // Factories that hand out doubles and keep a pointer to each, in the order the

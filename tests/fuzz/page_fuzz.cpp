@@ -2,8 +2,9 @@
 // and admitted, as a finished job is: nothing is written outside the target
 // folder, the save is counted once (never for "cancel"), the walk ends having
 // visited every href, the text left is the unvisited tail of the rewritten
-// page, and no queued or listed link carries a scheme but the doubled
-// "http://" of a meta refresh.
+// page, no queued or listed link carries a scheme but the doubled
+// "http://" of a meta refresh, and the page's search text is never much
+// longer than its markup.
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
@@ -15,6 +16,7 @@
 #include "extractor/LinkRewrite.h"
 #include "extractor/LinkScanner.h"
 #include "output/SaveFile.h"
+#include "platform/PageText.h"
 #include "platform/StringList.h"
 #include "platform/Text.h"
 #include "tests/support/MirrorFixture.h"
@@ -98,5 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckNoScheme(f.queue, "a queued link carries no scheme but the doubled http://");
     CheckNoScheme(f.notTaken, "a link not taken carries no scheme but the doubled http://");
     Check(f.OutsideTarget() == outside, "nothing outside the target folder changes");
+    Check(VisibleTextOfHtml(page).size() <= 2 * page.size() + 2,
+          "the search text is at most twice the markup");
     return 0;
 }

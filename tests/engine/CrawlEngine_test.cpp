@@ -111,12 +111,13 @@ TEST_F(EngineTest, ConnectionsCountResetsTheRowsAboveItAndRefusesFrom24Up) {
 TEST_F(EngineTest, ReadsContentLengthOnlyFromTheTwelveCharacterWindow) {
     // Chunk, the value read (starting from 55).
     const std::pair<const char*, int> cases[] = {
-        {"Content-Length: 12345678901\r\n", 0},  // window ends before the CR LF
-        {"Content-Length: 9999999999\r\n", 55},  // too big for 32 bits: kept
-        {"Content-Length:2048\r\n", 48},         // the 16th character is skipped
-        {"Content-Length: 12.5\r\n", 12},        // rounded half to even
-        {"content-length: 2048\r\n", 55},        // exact case only
-        {"HTTP/1.0 200 OK\r\nContent-Len", 55},  // split header is missed
+        {"Content-Length: 12345678901\r\n", 0},          // window ends before the CR LF
+        {"Content-Length: 9999999999\r\n", 55},          // too big for 32 bits: kept
+        {"Content-Length: 2147483647\r\n", 2147483647},  // the largest that fits
+        {"Content-Length:2048\r\n", 48},                 // the 16th character is skipped
+        {"Content-Length: 12.5\r\n", 12},                // rounded half to even
+        {"content-length: 2048\r\n", 55},                // exact case only
+        {"HTTP/1.0 200 OK\r\nContent-Len", 55},          // split header is missed
     };
     Start("www.a.test");
     sock(1).Accept();
@@ -274,6 +275,9 @@ TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
     EXPECT_EQ(placeholders(), std::vector<std::string>{dir.NativePath("site/a.test/p.jpeg.tmp")});
     EXPECT_TRUE(engine.Running());
     EXPECT_EQ(state.Row(1).Received, "-");  // a finished job's counts leave its row
+    dialogs.answers = {kAnswerYes};
+    engine.AskStop();  // a stop sweeps what is left
+    EXPECT_TRUE(placeholders().empty());
 }
 
 // One end-to-end case of the guard's work (its own table is in FileSystem's
@@ -329,11 +333,41 @@ TEST_F(EngineTest, ExitStopsARunningCrawlUnlessAnsweredNo) {
         EXPECT_EQ(move().enabled && sock(1).state, answer == kAnswerNo);
     }
     EXPECT_EQ(ended, 1);
+    engine.PauseBegin();  // resuming while idle enables the tick; exit disables it
+    engine.PauseEnd();
+    dialogs.answers = {kAnswerYes};
+    engine.AskExit([](bool) {});
+    EXPECT_FALSE(move().enabled);
     state.Stopping = true;  // the reload after a stop unloads without asking
     dialogs.asked.clear();
     engine.AskExit([&ended](bool unload) { ended += unload; });
-    EXPECT_EQ(ended, 2);
+    EXPECT_EQ(ended, 3);
     EXPECT_TRUE(dialogs.asked.empty());
+}
+
+// A reload after a crawl shows the window as designed: every caption, flag,
+// row and counter fresh, the timeout timers new ones.
+TEST_F(EngineTest, ReloadRestoresTheDesignedState) {
+    Start("www.a.test/x.htm");
+    engine.SetTimeoutInterval(3, 5000);
+    sock(1).Accept();
+    sock(1).Receive("H\r\n\r\n<a href='y.htm'>", true);
+    engine.tmrMove_Timer();
+    state.List2.AddItem("www.b.test/n.htm");
+    state.SetTxtMax("7");
+    engine.ResetForReload();
+    EXPECT_EQ(state.List1.ListCount() + state.List2.ListCount() + state.FilesDone, 0);
+    EXPECT_EQ(state.TotalBytes, 0);
+    EXPECT_TRUE(state.Command1Enabled() && !state.Command2Enabled() && !state.mnupauseEnabled() &&
+                state.Text1Enabled());
+    EXPECT_EQ(state.Text1() + "|" + state.txtMax() + "|" + state.Label3() + "|" + state.Label4() +
+                  "|" + state.Label5() + "|" + state.Label6(),
+              "|4|0 Files|0 Bytes|0 Files|Not Connected.");
+    for (int i = 1; i <= kSlotCount; ++i) {
+        const RowTexts& row = state.Row(i);
+        EXPECT_EQ(row.Status + row.Size + row.Received, "Not Connected.0 KB-") << i;
+        EXPECT_TRUE(!out(i).enabled && out(i).interval == kDefaultTimeoutMs) << i;
+    }
 }
 
 }  // namespace

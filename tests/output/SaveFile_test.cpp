@@ -56,6 +56,19 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
     }
 }
 
+// A server's whole answer "cancel", blanks around it and in any case, is
+// neither saved nor counted; anything else is.
+TEST(SaveFile, ACancelAnswerIsNeitherSavedNorCounted) {
+    const std::pair<const char*, bool> cases[] = {
+        {"  CanCel ", false}, {"cancel!", true}, {"can cel", true}, {"   ", true}};
+    for (const auto& [received, saved] : cases) {
+        Saver s;
+        s.Save(received, "\\site.com/c.html");
+        EXPECT_EQ(s.filesDone, saved ? 1 : 0) << received;
+        EXPECT_EQ(NativeExists(s.Target("site.com/c.html")), saved) << received;
+    }
+}
+
 TEST(SaveFile, RewritesLinksAndScriptWords) {
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"x",

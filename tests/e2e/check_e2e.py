@@ -71,7 +71,7 @@ class Mirrors(unittest.TestCase):
                 self.assertIn(b"LastURL=" + url.encode(),
                               read(os.path.join(run.config, "Vantorin", "Vantorin.conf")))
                 if expected == "types":
-                    self.assertEqual(os.listdir(run.program_folder), ["vantorin"])
+                    self.assertEqual(sorted(os.listdir(run.program_folder)), ["vantorin", "vantorin-window.so"])
                     self.assertTrue(os.path.isdir(os.path.join(run.files_folder, "dldata")))
                     self.assertEqual(read(os.path.join(run.files_folder, "temp", "filetypes.txt")),
                                      TYPES["temp/filetypes.txt"])
@@ -87,9 +87,11 @@ class ExitStatuses(unittest.TestCase):
             ("version", ["--version"], 0, b"Vantorin Website Downloader 1.9\n"),
             ("connections-24", ["--url", HOST + "/a.html", "--connections", "24", *quick], 0, DONE_LINE),
             ("hint", ["--url", "https://" + HOST + "/", *quick], 4, b'Hint: the address starts with "https://"'),
+            ("no-display", [], 1, b"no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
+                                  b"use the command line (vantorin --help), or make demo\n"),
         ]:
             with self.subTest(name):
-                run = Run(name, HOST, args)
+                run = Run(name, HOST, args, unset=("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"))
                 self.assertEqual(run.status, status, run.stderr)
                 self.assertIn(text, run.stdout + run.stderr)
                 self.assertEqual(run.stdout.count(DONE_LINE), status == 0 and name != "version")

@@ -121,11 +121,12 @@ class Run:
     # during() while the program runs; every run goes under /usr/bin/time -v
     # for its peak resident set size. With installed, the copy's folder is
     # mounted read-only, as /usr/bin is to a user, so the program keeps its
-    # files (given in files) in $XDG_DATA_HOME/Vantorin instead.
+    # files (given in files) in $XDG_DATA_HOME/Vantorin instead. `unset`: the
+    # environment variables the program must not see.
     out_folder = "mirror"
     cwd = None
 
-    def __init__(self, name, host, args, files=None, installed=False):
+    def __init__(self, name, host, args, files=None, installed=False, unset=()):
         self.folder = os.path.join(WORK, name)
         self.host, self.program_folder = host, os.path.join(self.folder, "program")
         self.out = os.path.join(self.folder, self.out_folder)
@@ -134,10 +135,12 @@ class Run:
         self.files_folder = os.path.join(data_home, "Vantorin") if installed else self.program_folder
         program = os.path.join(self.program_folder, "vantorin")
         os.makedirs(self.program_folder)
-        try:
-            os.link(PROGRAM, program)
-        except OSError:  # another file system
-            shutil.copy2(PROGRAM, program)
+        for built in (PROGRAM, os.path.join(os.path.dirname(PROGRAM), "vantorin-window.so")):
+            copy = os.path.join(self.program_folder, os.path.basename(built))
+            try:
+                os.link(built, copy)
+            except OSError:  # another file system
+                shutil.copy2(built, copy)
         for relative, data in (files or {}).items():
             os.makedirs(os.path.dirname(os.path.join(self.files_folder, relative)), exist_ok=True)
             with open(os.path.join(self.files_folder, relative), "wb") as f:
@@ -147,6 +150,8 @@ class Run:
         os.makedirs(os.path.join(self.folder, "runtime"), mode=0o700)
         env = dict(os.environ, XDG_CONFIG_HOME=self.config, XDG_DATA_HOME=data_home,
                    XDG_RUNTIME_DIR=os.path.join(self.folder, "runtime"))
+        for variable in unset:
+            env.pop(variable, None)
         self.prepare()
         time_file = os.path.join(self.folder, "time.txt")
         command = ["/usr/bin/time", "-v", "-o", time_file, program] + [

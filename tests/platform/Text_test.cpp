@@ -48,6 +48,7 @@ TEST(Positions, InStrMidLeftRightNeverThrow) {
 
     EXPECT_EQ(Mid("abcdef", 3), "cdef");
     EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
+    EXPECT_EQ(Mid("abcdef", 1, 2), "ab");
     EXPECT_EQ(Mid("abcdef", 6, 10), "f");
     EXPECT_EQ(Mid("abcdef", 7), "");
     EXPECT_EQ(Mid("abcdef", 0), "");

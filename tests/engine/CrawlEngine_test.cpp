@@ -87,6 +87,7 @@ TEST_F(EngineTest, ShapesAndRefusesRequests) {
         EXPECT_EQ(sent.substr(0, sent.find("\r\n")), firstLine);
         // A refused job is closed at once and ends through its timeout.
         EXPECT_EQ(engine.Slot(1).Response == "CANCEL", firstLine.empty());
+        EXPECT_EQ(sock(1).state == kSockClosed, firstLine.empty());
         EXPECT_TRUE(out(1).enabled);
     }
 }

@@ -48,6 +48,9 @@ TEST_F(ListFilesTest, KeywordFiltersFromIndexOneAllOrNothing) {
     WriteNativeFile(Filters(), "ads\r\n\r\n  track  \r\n   \r\nBanner\r\n");
     LoadKeywordFilters(filters, fs);
     EXPECT_EQ(KeywordFilterList(filters), (std::vector<std::string>{"ads", "track", "Banner"}));
+    WriteNativeFile(Filters(), "one\r\n");  // a shorter list leaves none of the longer
+    LoadKeywordFilters(filters, fs);
+    EXPECT_EQ(KeywordFilterList(filters), std::vector<std::string>{"one"});
 
     std::vector<std::string> many;
     for (int i = 1; i <= 101; ++i) many.push_back("k" + std::to_string(i));

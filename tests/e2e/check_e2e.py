@@ -54,6 +54,7 @@ class Mirrors(unittest.TestCase):
                 run = Run(expected, HOST, ["--url", url, "--dir", "{out}", *args], **kwargs)
                 self.assertEqual(run.status, 0, run.stderr)
                 self.assertEqual(run.stdout, DONE_LINE)
+                self.assertNotIn(b"\033[K", run.stderr)  # progress as lines: stderr is no terminal
                 actual, wanted = run.files(), harness.tree(os.path.join(EXPECTED, expected))
                 self.assertEqual(sorted(actual), sorted(wanted))
                 for path in wanted:

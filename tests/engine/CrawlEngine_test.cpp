@@ -61,6 +61,7 @@ TEST_F(EngineTest, SchedulerFillsOnlyTheFirstNSlots) {
     for (int tick = 0; tick < 2; ++tick) engine.tmrMove_Timer();
     // Slots 1-2 busy: the queue waits, though slot 3 is closed.
     EXPECT_EQ(engine.Slot(2).Url, "www.a.test/3");
+    EXPECT_EQ(state.Row(2).Status, "Connecting to www.a.test");
     EXPECT_EQ(state.List1.ListCount(), 2);
     EXPECT_EQ(state.Label5() + state.Label3() + state.Label4(), "2 Files1,234 Files56,789 Bytes");
     sock(2).Close();  // a socket that closes frees its slot on the next tick
@@ -166,17 +167,20 @@ TEST_F(EngineTest, RowShowsAJobWithinTheCountAndAJobAboveItStillEnds) {
     EXPECT_EQ(state.FilesDone, 1);
 }
 
-// The slot is reused at once, after a stop or by the next tick.
-TEST_F(EngineTest, ANewJobInsideAYieldOwnsTheSlot) {
-    for (const bool stop : {true, false}) {
+// A stop inside a yield leaves the slot alone; a start or the next tick
+// reuses it at once.
+TEST_F(EngineTest, AStopOrANewJobInsideAYieldOwnsTheSlot) {
+    enum During { kStop, kStopAndStart, kTick };
+    for (const During during : {kStop, kStopAndStart, kTick}) {
         Start("www.a.test/x.htm");
         sock(1).Accept();
         bool fired = false;
-        duringYield = [this, stop, &fired] {
+        duringYield = [this, during, &fired] {
             if (std::exchange(fired, true)) return;
-            if (stop) {
+            if (during != kTick) {
                 engine.StopNOW();
-                return Start("www.b.test/y.htm");
+                if (during == kStopAndStart) Start("www.b.test/y.htm");
+                return;
             }
             sock(1).Close();
             state.List1.AddItem("www.a.test/y.htm");
@@ -185,8 +189,9 @@ TEST_F(EngineTest, ANewJobInsideAYieldOwnsTheSlot) {
         sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nold page", true);  // the server closes
         EXPECT_EQ(state.FilesDone, 0);
         EXPECT_EQ(engine.Slot(1).Response, "");
-        EXPECT_EQ(sock(1).state, kSockConnecting);  // the new job's socket is untouched
-        EXPECT_EQ(state.Row(1).Received, "-");      // nor its row
+        // The new job's socket is untouched, nor its row.
+        EXPECT_EQ(sock(1).state, during == kStop ? kSockClosed : kSockConnecting);
+        EXPECT_EQ(state.Row(1).Received, "-");
     }
 }
 
@@ -332,7 +337,10 @@ TEST_F(EngineTest, StartAndStopTellTheWindowAndStopTearsEveryJobDown) {
     EXPECT_EQ(outcomes, std::vector<CrawlOutcome>{CrawlOutcome::Stopped});
     EXPECT_FALSE(move().enabled || state.mnupauseEnabled());
     EXPECT_EQ(state.List1.ListCount(), 0);
-    for (int i = 1; i <= kSlotCount; ++i) EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
+    for (int i = 1; i <= kSlotCount; ++i) {
+        EXPECT_FALSE(sock(i).state || out(i).enabled) << i;
+        EXPECT_EQ(state.Row(i).Status, "Not Connected.") << i;
+    }
     EXPECT_EQ(engine.Slot(1).Url, "");
     sock(1).Accept();  // a connect that lands after the stop is closed unused
     EXPECT_EQ(sock(1).state, kSockClosed);
@@ -354,9 +362,12 @@ TEST_F(EngineTest, ExitStopsARunningCrawlUnlessAnsweredNo) {
     EXPECT_EQ(ended, 1);
     engine.PauseBegin();  // resuming while idle enables the tick; exit disables it
     engine.PauseEnd();
+    vars.MadeFolders = vars.TargetFolder + "made\\*";  // and sweeps what a stop left
+    WriteNativeFile(dir.NativePath("site/made/q.htm.tmp"), "");
     dialogs.answers = {kAnswerYes};
     engine.AskExit([](bool) {});
     EXPECT_FALSE(move().enabled);
+    EXPECT_FALSE(NativeExists(dir.NativePath("site/made/q.htm.tmp")));
     state.Stopping = true;  // the reload after a stop unloads without asking
     dialogs.asked.clear();
     engine.AskExit([&ended](bool unload) { ended += unload; });

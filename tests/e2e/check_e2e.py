@@ -56,7 +56,7 @@ class Mirrors(unittest.TestCase):
                 self.assertEqual(run.stdout, DONE_LINE)
                 self.assertNotIn(b"\033[K", run.stderr)  # progress as lines: stderr is no terminal
                 actual, wanted = run.files(), harness.tree(os.path.join(EXPECTED, expected))
-                self.assertEqual(sorted(actual), sorted(wanted))
+                self.assertEqual(sorted(actual), sorted(wanted), run.stderr[-2000:])
                 for path in wanted:
                     a, w = read(actual[path]), read(wanted[path])
                     if path.startswith("_SearchData"):  # parallel jobs finish in any order

@@ -25,6 +25,7 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         // link, queued, not taken, placeholder below the target folder
         {"HTTP://SITE.COM/B.HTML", "SITE.COM/B.HTML", "", "SITE.COM/B.HTML.tmp"},
         {"http://www.site.com/x.html", "www.site.com/x.html", "", "site.com/x.html.tmp"},
+        {"http://http://site.com/y.html", "site.com/y.html", "", "site.com/y.html.tmp"},  // both go
         // The same-site test is a plain substring test.
         {"http://other.com/?from=site.com", "", "other.com/?from=site.com", ""},
         {"http://site.com/dir/", "site.com/dir/index.html", "", "site.com/dir/index.html.tmp"},

@@ -28,18 +28,6 @@ public:
     void OpenAddress(const std::string&) override {}
 };
 
-ProgressFigures Figures(CrawlEngine& engine) {
-    const CrawlState& state = engine.State();
-    ProgressFigures f;
-    f.filesDone = state.FilesDone;
-    f.queued = state.List1.ListCount();
-    f.bytes = state.TotalBytes;
-    for (int i = 1; i <= kSlotCount; ++i) {
-        if (engine.Sock(i).State() != kSockClosed) ++f.busyConnections;
-    }
-    return f;
-}
-
 void PrintLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stderr);
 }
@@ -89,12 +77,12 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
         return kExitFolderError;
 
     QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(Figures(engine)); });
+    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(FiguresOf(engine)); });
     ticker.start(progress.IntervalMs());
     const int status = QCoreApplication::exec();
     ticker.stop();
 
-    progress.Show(Figures(engine));
+    progress.Show(FiguresOf(engine));
     progress.Break();
     CrawlResult result;
     result.interrupted = status == kExitInterrupted;

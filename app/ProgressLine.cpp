@@ -2,9 +2,22 @@
 
 #include <cstdio>
 
+#include "engine/CrawlEngine.h"
 #include "platform/NumberText.h"
 
 namespace vantorin {
+
+ProgressFigures FiguresOf(const CrawlEngine& engine) {
+    const CrawlState& state = engine.State();
+    ProgressFigures f;
+    f.filesDone = state.FilesDone;
+    f.queued = state.List1.ListCount();
+    f.bytes = state.TotalBytes;
+    for (int i = 1; i <= kSlotCount; ++i) {
+        if (engine.Sock(i).State() != kSockClosed) ++f.busyConnections;
+    }
+    return f;
+}
 
 std::string FormatProgress(const ProgressFigures& f) {
     const auto count = [](std::int64_t n) { return FormatThousands(std::to_string(n)); };

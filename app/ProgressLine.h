@@ -16,6 +16,11 @@ struct ProgressFigures {
     bool operator==(const ProgressFigures&) const = default;
 };
 
+class CrawlEngine;
+
+// What the progress line shows of a crawl: files saved, the queue, bytes, and
+// the connections not closed.
+ProgressFigures FiguresOf(const CrawlEngine& engine);
 std::string FormatProgress(const ProgressFigures& figures);
 
 class ProgressLine {

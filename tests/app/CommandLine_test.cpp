@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/ProgressLine.h"
+#include "tests/support/EngineWorld.h"
 
 namespace vantorin {
 namespace {
@@ -70,8 +71,15 @@ TEST(CommandLine, HelpNamesEveryOptionAndExitStatus) {
         EXPECT_NE(help.find("\n  " + std::to_string(status) + " "), std::string::npos) << status;
 }
 
-// Plain lines only when the figures change.
+// The figures of a crawl, as plain lines only when they change.
 TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
+    testing::EngineWorld<> world;
+    world.state.List1.AddItem("www.a.test/x.html");
+    world.state.FilesDone = 3;
+    world.state.TotalBytes = 1234;
+    world.sockets[4]->state = kSockConnected;
+    world.sockets[23]->state = kSockClosing;
+    EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{3, 1, 1234, 2}));
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
               "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");
     ProgressLine line(false);

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "platform/Text.h"
 #include "tests/support/MirrorFixture.h"
@@ -111,11 +112,9 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     Saver s;
     for (const char* name : {"a.php_x=1.tmp", "a.php_x=1.html.tmp", "b.php.tmp", "c.php.tmp"})
         WriteNativeFile(s.Target(std::string("site.com/") + name), "queued");
-    bool inner = false;
+    std::string inner = "\\site.com/b.php";  // saved inside the next yield
     s.m.yield = [&] {
-        if (inner) return;
-        inner = true;
-        s.Save("H\r\n\r\nb", "\\site.com/b.php");
+        if (!inner.empty()) s.Save("H\r\n\r\ni", std::exchange(inner, ""));
     };
     s.Save("H\r\n\r\na", "\\site.com/a.php?x=1");
     EXPECT_FALSE(NativeExists(s.Target("site.com/a.php_x=1.tmp")));
@@ -124,6 +123,14 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     EXPECT_TRUE(NativeExists(s.Target("site.com/c.php.tmp")));
     EXPECT_EQ(ReadNativeFile(s.Target("site.com/a.php_x=1.html")), "a\r\n");
     EXPECT_EQ(s.filesDone, 2);
+    // A file that is no page yields once, just before its placeholder goes.
+    for (const char* name : {"d.gif.tmp", "e.gif.tmp"})
+        WriteNativeFile(s.Target(std::string("site.com/") + name), "queued");
+    inner = "\\site.com/e.gif";
+    s.Save("H\r\n\r\nd", "\\site.com/d.gif");
+    EXPECT_FALSE(NativeExists(s.Target("site.com/d.gif.tmp")));
+    EXPECT_FALSE(NativeExists(s.Target("site.com/e.gif.tmp")));
+    EXPECT_EQ(s.filesDone, 4);
 }
 
 // The timeout's name puts its file in a folder that is never made: that

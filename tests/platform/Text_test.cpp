@@ -110,6 +110,7 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
         EXPECT_EQ(IsNumeric(c.text), c.numeric) << c.text;
     }
     EXPECT_DOUBLE_EQ(Val(std::string_view("2.55", 3)), 2.5);  // a view ends where it ends
+    EXPECT_DOUBLE_EQ(Val(std::string_view("2e55", 3)), 2e5);  // its exponent too
     EXPECT_EQ(RoundHalfEven(2.5), 2);
     EXPECT_EQ(RoundHalfEven(3.5), 4);
     EXPECT_EQ(RoundHalfEven(-2.5), -2);

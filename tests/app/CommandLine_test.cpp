@@ -77,7 +77,7 @@ TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
     world.state.List1.AddItem("www.a.test/x.html");
     world.state.FilesDone = 3;
     world.state.TotalBytes = 1234;
-    world.sockets[4]->state = kSockConnected;
+    world.sockets[0]->state = kSockConnected;  // the first slot and the last
     world.sockets[23]->state = kSockClosing;
     EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{3, 1, 1234, 2}));
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),

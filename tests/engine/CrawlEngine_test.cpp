@@ -393,6 +393,7 @@ TEST_F(EngineTest, ReloadRestoresTheDesignedState) {
     EXPECT_EQ(state.Text1() + "|" + state.txtMax() + "|" + state.Label3() + "|" + state.Label4() +
                   "|" + state.Label5() + "|" + state.Label6(),
               "|4|0 Files|0 Bytes|0 Files|Not Connected.");
+    EXPECT_TRUE(std::filesystem::is_directory(dir.NativePath("prog/dldata")));
     for (int i = 1; i <= kSlotCount; ++i) {
         const RowTexts& row = state.Row(i);
         EXPECT_EQ(row.Status + row.Size + row.Received, "Not Connected.0 KB-") << i;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string_view>
 #include <tuple>
 
 #include "tests/support/MirrorFixture.h"
@@ -49,6 +50,10 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         if (*queued) {
             EXPECT_EQ(ReadNativeFile(f.Target(placeholder)), kPlaceholder) << link;
             EXPECT_EQ(ReadNativeFile(f.Target("log.txt")), queued + std::string("\r\n")) << link;
+            // Only a link climbing with "/../" is recorded in transdd.txt.
+            EXPECT_EQ(NativeExists(f.Target("transdd.txt")),
+                      std::string_view(link).find("/../") != std::string_view::npos)
+                << link;
         } else {
             EXPECT_TRUE(std::filesystem::is_empty(f.Target(""))) << link;
         }

@@ -35,19 +35,21 @@ struct Saver : testing::MirrorFixture {
 TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
     std::string bytes;
     for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
-    const std::tuple<std::string, const char*, std::string> cases[] = {
-        {"abcdef", "site.com/a.txt", "def\r\n"},  // no blank line: three characters lost
-        {"H\r\n\r\nx", "site.com/dir/.html", "x\r\n"},
-        {"H\r\n\r\nx\ny", "site.com/a.PHP", "x\ny\r\n"},
-        {"H\r\n\r\nx", "site.com/x.html/b.php", "x\r\n"},
-        {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.htm", "a\r\n\r\n\nb\r\n\nc\r\nd\r\n"},
-        {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.gif", "a\r\nb\nc\rd\r\n"},
-        {"H\r\n\r\n", "site.com/empty.gif", "\r\n"},
-        {"H\r\n\r\n" + bytes, "site.com/img/b.gif", bytes + "\r\n"}};
-    for (const auto& [received, address, content] : cases) {
+    // received, address, saved as (when not the address), content
+    const std::tuple<std::string, const char*, const char*, std::string> cases[] = {
+        {"abcdef", "site.com/a.txt", "", "def\r\n"},  // no blank line: three characters lost
+        {"H\r\n\r\nx", "site.com/dir/.html", "site.com/dir/index.html", "x\r\n"},
+        {"H\r\n\r\nx\ny", "site.com/a.PHP", "", "x\ny\r\n"},
+        {"H\r\n\r\nx", "site.com/x.html/b.php", "", "x\r\n"},
+        {"H\r\n\r\nx", "site.com/c.asp", "site.com/c.asp.html", "x\r\n"},
+        {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.htm", "", "a\r\n\r\n\nb\r\n\nc\r\nd\r\n"},
+        {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.gif", "", "a\r\nb\nc\rd\r\n"},
+        {"H\r\n\r\n", "site.com/empty.gif", "", "\r\n"},
+        {"H\r\n\r\n" + bytes, "site.com/img/b.gif", "", bytes + "\r\n"}};
+    for (const auto& [received, address, savedAs, content] : cases) {
         Saver s;
         s.Save(received, std::string("\\") + address);
-        const std::string file = Replace(address, "/.html", "/index.html");
+        const std::string file = *savedAs ? savedAs : address;
         EXPECT_EQ(ReadNativeFile(s.Target(file)), content) << address;
         EXPECT_EQ(s.filesDone, 1) << address;
         // Only pages and text files are recorded for the search.

@@ -181,7 +181,7 @@ CASES = [
     *[Case("big" + kind, 0, address=f"www.big{kind}.test/big.{kind}", timeout="10", seconds=(0, 60), fault=big,
            saved=(os.path.join(f"big{kind}.test", "big." + kind), BIG + 2), rss=16 * 1024 * 1024 + 3 * BIG) for kind in ["html", "zip"]],
     Case("hostile", 3, (b"A.html: File name too long\n", b"writes were refused: outside the target folder\n"),
-         timeout="3" if harness.SANITIZER_RSS_BYTES else "1", pages=HOSTILE_PAGES, fault=lambda h: h.send(LEAF), seconds=(0, 60)),
+         timeout="3" if harness.SANITIZED else "1", pages=HOSTILE_PAGES, fault=lambda h: h.send(LEAF), seconds=(0, 60)),
     # Four at once, 8 MiB each on the way (a whole one would be scanned first).
     stop("big-stop", lambda h: big(h, 8), rss=RSS_BOUND),
     # A disk full before the start fails the start itself.
@@ -311,7 +311,7 @@ class Faults(unittest.TestCase):
                 self.assertGreaterEqual(run.status, 0, err)  # not killed by a signal
                 for word in [b"Sanitizer", b"runtime error", b"etting"]:  # nor a word on settings
                     self.assertNotIn(word, err)
-                self.assertLess(run.peak_rss_kib * 1024, case.rss + harness.SANITIZER_RSS_BYTES)
+                self.assertLess(run.peak_rss_kib * 1024, harness.rss_bound(case.rss))
                 self.assertEqual(run.changes_outside(), [])
                 self.assertLessEqual(set(changes(run.program_before, snapshot(run.program_folder))),
                                      PROGRAM_FOLDER_ADDITIONS)

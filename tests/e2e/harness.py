@@ -16,9 +16,17 @@ import time
 import unittest
 
 DONE_LINE = b"The website has been downloaded.\n"
-# Under the sanitizers freed blocks wait in a quarantine of up to 256 MiB and
-# every byte has its shadow: peak RSS bounds allow that much more there.
-SANITIZER_RSS_BYTES = 320 * 1024 * 1024 if "ASAN_OPTIONS" in os.environ else 0
+SANITIZED = "ASAN_OPTIONS" in os.environ
+
+
+def rss_bound(program_bytes):
+    # Under the sanitizers freed blocks wait in a quarantine of up to 256 MiB,
+    # blocks that leave it stay with the sanitizer's allocator, and every byte
+    # has a shadow of an eighth: the bound allows for all three there.
+    if not SANITIZED:
+        return program_bytes
+    held = 2 * program_bytes + 256 * 1024 * 1024
+    return held + held // 8
 PROGRAM = WORK = SERVER = None
 STOPPING = threading.Event()
 

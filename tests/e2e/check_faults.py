@@ -114,7 +114,8 @@ class Case:
     # status None: stopped by SIGINT once `stop_at` requests came (the fault
     # holding). Folder faults: a tmpfs of `tmpfs` at the target's parent,
     # before(run) ahead of the start, at_gate(run) once the start page is saved
-    # and four pages wait on the server; `files`: the mirror's files but the log.
+    # and four pages wait on the server; `files`: the mirror's files but the log;
+    # `saved`: a file and the contents (or sizes) it may have.
     def __init__(self, name, status, says=(), **options):
         self.name, self.status, self.says = name, status, says
         self.address, self.timeout, self.pages, self.fault = f"www.{name}.test", "5", {}, None
@@ -179,7 +180,7 @@ CASES = [
     # Heavy ones first. A 40 MiB answer as a page and as a file: the response
     # and one copy at most are held (2.1-2.9 times the body measured).
     *[Case("big" + kind, 0, address=f"www.big{kind}.test/big.{kind}", timeout="10", seconds=(0, 60), fault=big,
-           saved=(os.path.join(f"big{kind}.test", "big." + kind), BIG + 2), rss=16 * 1024 * 1024 + 3 * BIG) for kind in ["html", "zip"]],
+           saved=(os.path.join(f"big{kind}.test", "big." + kind), (BIG + 2,)), rss=16 * 1024 * 1024 + 3 * BIG) for kind in ["html", "zip"]],
     Case("hostile", 3, (b"A.html: File name too long\n", b"writes were refused: outside the target folder\n"),
          timeout="3" if harness.SANITIZED else "1", pages=HOSTILE_PAGES, fault=lambda h: h.send(LEAF), seconds=(0, 60)),
     # Four at once, 8 MiB each on the way (a whole one would be scanned first).
@@ -205,7 +206,7 @@ CASES = [
                  b"r" * RESET_SENT + RESET_HEAD.replace(b"\r\n", b"\r\n\r\n\n") + b"r" * RESET_SENT + b"\r\n"))),
     Case("nohead", 0, address="www.nohead.test/page.html", connections=1,
          fault=lambda h: h.send(NO_HEADER_BYTES, head=False),
-         saved=(os.path.join("nohead.test", "page.html"), NO_HEADER_BYTES[3:] + b"\r\n")),
+         saved=(os.path.join("nohead.test", "page.html"), (NO_HEADER_BYTES[3:] + b"\r\n",))),
     stop("silent-stop", hold),
     stop("noclose-stop", noclose),
     stop("drip-stop", drip),
@@ -339,8 +340,8 @@ class Faults(unittest.TestCase):
                     self.assertEqual(sorted(set(run.files()) - {"log.txt"}), sorted(case.files))
                 if case.saved:
                     path, wanted = run.files()[case.saved[0]], case.saved[1]
-                    self.assertIn(os.path.getsize(path) if isinstance(wanted, int) else
-                                  open(path, "rb").read(), wanted if isinstance(wanted, tuple) else (wanted,))
+                    self.assertIn(os.path.getsize(path) if isinstance(wanted[0], int) else
+                                  open(path, "rb").read(), wanted)
 
     def test_hostile_links_are_fetched_inside_the_site_and_nothing_escapes(self):
         run = next((r for r in self.runs if r.case.name == "hostile"), None)

@@ -27,6 +27,8 @@ def rss_bound(program_bytes):
         return program_bytes
     held = 2 * program_bytes + 256 * 1024 * 1024
     return held + held // 8
+
+
 PROGRAM = WORK = SERVER = None
 STOPPING = threading.Event()
 

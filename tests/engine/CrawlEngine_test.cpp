@@ -202,7 +202,7 @@ TEST_F(EngineTest, StartPauseStopExitAndReload) {
     engine.PauseEnd();
     exit(kAnswerNo);
     EXPECT_TRUE(engine.Running() && move().enabled && sock(1).state);
-    engine.SetTimeoutInterval(3, 5000);
+    EXPECT_TRUE(engine.SetTimeoutInterval(3, 5000) && out(3).interval == 5000);
     state.SetTxtMax("7");
     sock(1).Accept();
     sock(1).Receive("H\r\n\r\n<a href='y.htm'> <a href='z.htm'>", true);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <tuple>
 
 namespace vantorin {
 namespace {
@@ -15,15 +16,9 @@ TEST(ProgramFolderTest, WritableExecutableFolderElseTheUsersDataFolder) {
     const Env rootHome = {{"HOME", "/"}};
     const Env none = {};
     const Env appData = {{"APPDATA", "C:\\Users\\Ann\\AppData\\Roaming\\"}, {"HOME", "/x"}};
-    const auto xdg = FolderConvention::Xdg;
-    const auto windows = FolderConvention::Windows;
-    struct Case {
-        const char* executableFolder;
-        bool writable;
-        FolderConvention convention;
-        const Env& env;
-        std::string expected;
-    } cases[] = {
+    const auto xdg = FolderConvention::Xdg, windows = FolderConvention::Windows;
+    // executable folder, writable, convention, environment, program folder
+    const std::tuple<const char*, bool, FolderConvention, const Env&, const char*> cases[] = {
         {"/src/build/app", true, xdg, dataHome, "\\src\\build\\app"},
         {"/usr/bin", false, xdg, dataHome, "\\data\\ann\\Vantorin"},
         {"/usr/bin", false, xdg, homeOnly, "\\home\\ann\\.local\\share\\Vantorin"},
@@ -35,14 +30,13 @@ TEST(ProgramFolderTest, WritableExecutableFolderElseTheUsersDataFolder) {
          "C:\\Users\\Ann\\AppData\\Roaming\\Vantorin"},
         {"C:/Program Files/Vantorin", false, windows, dataHome, "C:\\Program Files\\Vantorin"},
     };
-    for (const Case& c : cases) {
-        const auto lookup = [&](const std::string& name) {
-            const auto found = c.env.find(name);
-            return found == c.env.end() ? std::string() : found->second;
+    for (const auto& [folder, writable, convention, env, expected] : cases) {
+        const Env& e = env;
+        const auto lookup = [&e](const std::string& name) {
+            return e.contains(name) ? e.at(name) : "";
         };
-        EXPECT_EQ(ChooseProgramFolder(c.executableFolder, c.writable, c.convention, lookup),
-                  c.expected)
-            << c.executableFolder << " writable " << c.writable;
+        EXPECT_EQ(ChooseProgramFolder(folder, writable, convention, lookup), expected)
+            << folder << " writable " << writable;
     }
 }
 

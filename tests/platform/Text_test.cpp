@@ -3,19 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
+#include <utility>
 
 namespace vantorin {
 namespace {
 
 TEST(Replace, OnePassLeftToRightNeverRescansItsOutput) {
-    struct Case {
-        const char* text;
-        const char* find;
-        const char* with;
-        const char* expected;
-    } cases[] = {
+    // text, find, with, expected
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
         {"///", "//", "/", "//"},
-        {"____", "__", "_", "__"},
         {"aaa", "a", "aa", "aaaaaa"},
         {"abc", "", "x", "abc"},
         {"", "a", "b", ""},
@@ -26,77 +23,55 @@ TEST(Replace, OnePassLeftToRightNeverRescansItsOutput) {
         {"x\ny\nz\n", "\n", "\r\n", "x\r\ny\r\nz\r\n"},
         {"aaaa", "aa", "a.a", "a.aa.a"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Replace(c.text, c.find, c.with), c.expected) << c.text << " / " << c.find;
+    for (const auto& [text, find, with, expected] : cases) {
+        EXPECT_EQ(Replace(text, find, with), expected) << text << " / " << find;
         // Growing in place (room reserved) and into a new buffer.
         for (const std::size_t room : {std::size_t{0}, std::size_t{64}}) {
-            std::string inPlace = c.text;
+            std::string inPlace = text;
             inPlace.reserve(room);
-            ReplaceIn(inPlace, c.find, c.with);
-            EXPECT_EQ(inPlace, c.expected) << c.text << " / " << c.find << " room " << room;
+            ReplaceIn(inPlace, find, with);
+            EXPECT_EQ(inPlace, expected) << text << " / " << find << " room " << room;
         }
     }
 }
 
-TEST(Positions, InStrMidLeftRightNeverThrow) {
-    EXPECT_EQ(InStr("abcabc", "c"), 3u);
-    EXPECT_EQ(InStr("abcabc", "c", 4), 6u);
-    EXPECT_EQ(InStr("abc", "x"), 0u);
-    EXPECT_EQ(InStr("abc", "a", 0), 0u);
-    EXPECT_EQ(InStr("abc", "a", 9), 0u);
-    EXPECT_EQ(InStr("", ""), 1u);
-
-    EXPECT_EQ(Mid("abcdef", 3), "cdef");
-    EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
-    EXPECT_EQ(Mid("abcdef", 1, 2), "ab");
-    EXPECT_EQ(Mid("abcdef", 6, 10), "f");
-    EXPECT_EQ(Mid("abcdef", 7), "");
-    EXPECT_EQ(Mid("abcdef", 0), "");
-    EXPECT_EQ(Mid("abcdef", -5, 2), "");
-    EXPECT_EQ(Mid("abcdef", 2, -1), "bcdef");  // no length: to the end
-    EXPECT_EQ(Left("abc", 7), "abc");
-    EXPECT_EQ(Left("abc", -1), "");
-    EXPECT_EQ(Right("abc", 2), "bc");
-    EXPECT_EQ(Right("abc", 9), "abc");
-    EXPECT_EQ(Right("abc", 0), "");
-}
-
-TEST(Trim, RemovesBlanksOnlyNeverTabsOrLineEnds) {
-    EXPECT_EQ(Trim("  a b  "), "a b");
-    EXPECT_EQ(Trim("\ta\t"), "\ta\t");
-    EXPECT_EQ(Trim(" \r\n "), "\r\n");
-    EXPECT_EQ(Trim("     "), "");
-    EXPECT_EQ(Trim(""), "");
+// Positions count from 1 and a position or length out of range gives 0 or ""
+// instead of throwing; Mid without a length (or a negative one) runs to the end.
+// Trim removes blanks only, never tabs or line ends; LastChar is of the text as
+// given, not trimmed.
+TEST(Positions, InStrMidLeftRightTrimNeverThrow) {
+    EXPECT_EQ(std::make_tuple(InStr("abcabc", "c"), InStr("abcabc", "c", 4), InStr("abc", "x"),
+                              InStr("abc", "a", 0), InStr("abc", "a", 9), InStr("", "")),
+              std::make_tuple(3u, 6u, 0u, 0u, 0u, 1u));
+    const std::pair<std::string, const char*> cases[] = {
+        {Trim("     "), ""},        {Right("abc", 2), "bc"},    {Mid("abcdef", 3, 2), "cd"},
+        {Left("abc", -1), ""},      {Right("abc", 9), "abc"},   {Mid("abcdef", 1, 2), "ab"},
+        {Right("abc", 0), ""},      {Trim("  a b  "), "a b"},   {Mid("abcdef", 6, 10), "f"},
+        {LastChar("   "), ""},      {Trim("\ta\t"), "\ta\t"},   {ReverseText("abc/"), "/cba"},
+        {LastChar("a/"), "/"},      {Trim(" \r\n "), "\r\n"},   {LowerTrim("  .GIF "), ".gif"},
+        {Mid("abcdef", 7), ""},     {LastChar("abc/ "), " "},   {Mid("abcdef", 2, -1), "bcdef"},
+        {Mid("abcdef", 0), ""},     {Mid("abcdef", 3), "cdef"}, {Left("abc", 7), "abc"},
+        {Mid("abcdef", -5, 2), ""},
+    };
+    for (std::size_t i = 0; i < std::size(cases); ++i)
+        EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;
 }
 
 TEST(CaseMapping, CoversTheSingleByteCodePage) {
     EXPECT_EQ(LCase("HTTP://Site.COM/X"), "http://site.com/x");
     // The same in Windows-1252 bytes: letters above 127 map too, others stay.
-    std::string upper = "\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF";
-    std::string lower = "\xE0\xE9\xFE\x9A\x9C\x9E\xFF\xD7\xDF";
+    const std::string upper = "\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF";
+    const std::string lower = "\xE0\xE9\xFE\x9A\x9C\x9E\xFF\xD7\xDF";
     EXPECT_EQ(LCase(upper), lower);
-    EXPECT_EQ(UCase(lower), std::string("\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF"));
+    EXPECT_EQ(UCase(lower), upper);
     EXPECT_EQ(UCase("az@[`{\xF7"), "AZ@[`{\xF7");
     EXPECT_EQ(LCase("AZ@[`{\xF7"), "az@[`{\xF7");
     EXPECT_EQ(LCase(std::string("A\0B", 3)), std::string("a\0b", 3));
 }
 
-TEST(SmallHelpers, ReverseLowerTrimAndLastChar) {
-    EXPECT_EQ(ReverseText("abc/"), "/cba");
-    EXPECT_EQ(ReverseText(""), "");
-    EXPECT_EQ(LowerTrim("  .GIF "), ".gif");
-    EXPECT_EQ(LastChar("   "), "");
-    EXPECT_EQ(LastChar(""), "");
-    EXPECT_EQ(LastChar("abc/ "), " ");  // of the text as given, not trimmed
-    EXPECT_EQ(LastChar("a/"), "/");
-}
-
 TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
-    struct Case {
-        const char* text;
-        double value;
-        bool numeric;
-    } cases[] = {
+    // text, leading value, whether it is a number and nothing else
+    const std::tuple<const char*, double, bool> cases[] = {
         {"12", 12, true},    {" 12 ", 12, true}, {"12 sec", 12, false}, {"abc", 0, false},
         {"", 0, false},      {"-3", -3, true},   {"2.5", 2.5, true},    {"1e3", 1000, true},
         {"0", 0, true},      {"24", 24, true},   {"+7", 7, true},       {".5", 0.5, true},
@@ -105,20 +80,18 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
         {"1e", 1, false},    {"e5", 0, false},   {"- 3", -3, true},     {"\t12\r\n", 12, true},
         {"1e400", 0, false},
     };
-    for (const auto& c : cases) {
-        EXPECT_DOUBLE_EQ(Val(c.text), c.value) << c.text;
-        EXPECT_EQ(IsNumeric(c.text), c.numeric) << c.text;
+    for (auto [text, value, numeric] : cases) {
+        EXPECT_DOUBLE_EQ(Val(text), value) << text;
+        EXPECT_EQ(IsNumeric(text), numeric) << text;
     }
     EXPECT_DOUBLE_EQ(Val(std::string_view("2.55", 3)), 2.5);  // a view ends where it ends
     EXPECT_DOUBLE_EQ(Val(std::string_view("2e55", 3)), 2e5);  // its exponent too
-    EXPECT_EQ(RoundHalfEven(2.5), 2);
-    EXPECT_EQ(RoundHalfEven(3.5), 4);
-    EXPECT_EQ(RoundHalfEven(-2.5), -2);
-    EXPECT_EQ(RoundHalfEven(2.4999), 2);
-    EXPECT_EQ(RoundHalfEven(12500.5), 12500);
-    EXPECT_EQ(RoundHalfEven(1e300), 9200000000000000000LL);
-    EXPECT_EQ(RoundHalfEven(-1e300), -9200000000000000000LL);
-    EXPECT_EQ(RoundHalfEven(std::numeric_limits<double>::infinity()), 0);
+    const double huge = 1e300, infinity = std::numeric_limits<double>::infinity();
+    const long long most = 9200000000000000000LL;
+    const std::pair<double, long long> rounded[] = {{2.5, 2},     {3.5, 4},         {-2.5, -2},
+                                                    {2.4999, 2},  {12500.5, 12500}, {infinity, 0},
+                                                    {huge, most}, {-huge, -most}};
+    for (auto [value, expected] : rounded) EXPECT_EQ(RoundHalfEven(value), expected) << value;
 }
 
 TEST(GetToken, IndexZeroWideSeparatorAndCounterLimit) {

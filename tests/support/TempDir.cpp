@@ -1,5 +1,6 @@
 #include "tests/support/TempDir.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -14,20 +15,14 @@ TempDir::TempDir() {
     std::string tmpl = (fs::temp_directory_path() / "vantorin-test-XXXXXX").string();
     if (!mkdtemp(tmpl.data())) throw std::runtime_error("mkdtemp failed");
     native_ = tmpl;
-    backslashed_ = native_;
-    for (char& c : backslashed_)
-        if (c == '/') c = '\\';
-    backslashed_ += '\\';
+    backslashed_ = native_ + '/';
+    std::replace(backslashed_.begin(), backslashed_.end(), '/', '\\');
 }
 
 TempDir::~TempDir() {
     std::error_code ec;
     fs::permissions(native_, fs::perms::owner_all, fs::perm_options::add, ec);
     fs::remove_all(native_, ec);
-}
-
-std::string TempDir::NativePath(const std::string& relative) const {
-    return native_ + "/" + relative;
 }
 
 std::string ReadNativeFile(const std::string& nativePath) {

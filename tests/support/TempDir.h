@@ -19,7 +19,7 @@ public:
     // The folder as a native path, without a trailing "/".
     const std::string& Native() const { return native_; }
     // Native path of a file below the folder, from a relative path with "/".
-    std::string NativePath(const std::string& relative) const;
+    std::string NativePath(const std::string& relative) const { return native_ + "/" + relative; }
 
 private:
     std::string native_;

@@ -9,17 +9,10 @@
 namespace vantorin {
 namespace {
 
-WriteFaults Failing(std::int64_t files, std::int64_t lines, std::int64_t refused,
-                    const std::string& tag) {
-    WriteFaults f;
-    f.filesFailed = files;
-    f.linesFailed = lines;
-    f.refused = refused;
-    for (std::int64_t i = 0; i < files && i < 5; ++i)
-        f.firstFiles.push_back({tag + std::to_string(i), "No space left on device"});
-    for (std::int64_t i = 0; i < lines && i < 5; ++i)
-        f.firstLines.push_back({tag + "log" + std::to_string(i), "Read-only file system"});
-    return f;
+std::vector<WriteFailure> Failures(int count, const std::string& tag, const std::string& reason) {
+    std::vector<WriteFailure> failures;
+    for (int i = 0; i < count; ++i) failures.push_back({tag + std::to_string(i), reason});
+    return failures;
 }
 
 TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
@@ -30,34 +23,27 @@ TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
         {true, 0, 0, 0, 0, 130}, {true, 10, 1, 1, 1, 130},
     };
     for (const auto& [interrupted, bytes, files, lines, refused, status] : cases) {
-        CrawlResult r{interrupted, bytes, Failing(files, lines, refused, "")};
-        EXPECT_EQ(ExitStatus(r), status) << interrupted << bytes << files << lines << refused;
+        EXPECT_EQ(ExitStatus({interrupted, bytes, {files, lines, refused, {}, {}}}), status)
+            << interrupted << bytes << files << lines << refused;
     }
 }
 
 TEST(CrawlReport, ListsCountsAndTheFirstFiveOfProgramThenMirror) {
-    const WriteFaults all = Combined(Failing(2, 0, 1, "/p/"), Failing(7, 1, 3, "/m/"));
-    EXPECT_EQ(all.filesFailed, 9);
-    EXPECT_EQ(all.refused, 4);
-    const std::vector<std::string> lines = ReportLines({false, 5, all});
-    const std::vector<std::string> wanted = {
-        "9 files could not be written:",
-        "  /p/0: No space left on device",
-        "  /p/1: No space left on device",
-        "  /m/0: No space left on device",
-        "  /m/1: No space left on device",
-        "  /m/2: No space left on device",
-        "  and 4 more",
-        "1 line could not be added to record files and placeholders:",
-        "  /m/log0: Read-only file system",
-        "4 writes were refused: outside the target folder",
+    const std::string full = "No space left on device";
+    const WriteFaults all = Combined(
+        {2, 0, 1, Failures(2, "/p/", full), {}},
+        {7, 1, 3, Failures(5, "/m/", full), Failures(1, "/m/log", "Read-only file system")});
+    const std::pair<CrawlResult, std::vector<std::string>> cases[] = {
+        {{false, 5, all},
+         {"9 files could not be written:", "  /p/0: " + full, "  /p/1: " + full, "  /m/0: " + full,
+          "  /m/1: " + full, "  /m/2: " + full, "  and 4 more",
+          "1 line could not be added to record files and placeholders:",
+          "  /m/log0: Read-only file system", "4 writes were refused: outside the target folder"}},
+        {{false, 0, {}}, {"No server answered: nothing was received."}},
+        {{true, 0, {}}, {}},
+        {{false, 1, {0, 0, 1, {}, {}}}, {"1 write was refused: outside the target folder"}},
     };
-    EXPECT_EQ(lines, wanted);
-    EXPECT_EQ(ReportLines({false, 0, {}}),
-              std::vector<std::string>{"No server answered: nothing was received."});
-    EXPECT_TRUE(ReportLines({true, 0, {}}).empty());
-    EXPECT_EQ(ReportLines({false, 1, Failing(0, 0, 1, "")}),
-              std::vector<std::string>{"1 write was refused: outside the target folder"});
+    for (const auto& [result, lines] : cases) EXPECT_EQ(ReportLines(result), lines);
 }
 
 TEST(HeadlessDialogs, OneLinePerBoxWithoutTheQuestionItAnswersItself) {

@@ -5,12 +5,13 @@
 // page, no queued or listed link carries a scheme but the doubled
 // "http://" of a meta refresh, and the page's search text is never much
 // longer than its markup.
-#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <string>
 
 #include "extractor/LinkRewrite.h"
@@ -32,38 +33,23 @@ void Check(bool ok, const char* what) {
     std::abort();
 }
 
-// The name before a leading "://" ("" when the link does not start so).
-std::string SchemeName(const std::string& link) {
-    std::size_t i = 0;
-    if (link.empty() || !std::isalpha(static_cast<unsigned char>(link[0]))) return {};
-    while (i < link.size() && (std::isalnum(static_cast<unsigned char>(link[i])) ||
-                               link[i] == '+' || link[i] == '-' || link[i] == '.'))
-        ++i;
-    return link.compare(i, 3, "://") == 0 ? link.substr(0, i) : std::string();
-}
-
-// Only the rules that give "http:/" and "http:\" their slashes back write "://".
+// A scheme is a letter, then letters, digits, "+", "-" and ".", then "://".
+// Only the rules that give "http:/" and "http:\" their slashes back write one.
 void CheckNoScheme(const StringList& list, const char* what) {
     for (const std::string& item : list.Items()) {
-        const std::string name = SchemeName(item);
-        Check(name.empty() || Right(name, 4) == "http", what);
+        const std::size_t end = item.find("://");
+        const bool scheme = end != std::string::npos &&
+                            std::isalpha(static_cast<unsigned char>(item[0])) &&
+                            item.find_first_not_of(
+                                "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                "0123456789+-.") == end;
+        Check(!scheme || Right(item.substr(0, end), 4) == "http", what);
     }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // Input: a choice byte, NUL-ended fields (base, then the site host and a
-    // keyword as the choice asks), then the response.
-    std::string input(reinterpret_cast<const char*>(data), size);
-    std::size_t at = 0;
-    auto field = [&] {
-        const std::size_t end = std::min(input.find('\0', at), input.size());
-        std::string out = input.substr(at, end - at);
-        at = std::min(end + 1, input.size());
-        return out;
-    };
-    const std::uint8_t choice = size > 0 ? data[at++] : 0;
     // One mirror per process, its target folder emptied for every input.
     static testing::MirrorFixture f;
     static const CrawlVariables initial = [] {
@@ -75,13 +61,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::filesystem::remove_all(f.Target(""));
     std::filesystem::create_directories(f.Target(""));
     f.vars = initial;
-    f.queue = StringList();
-    f.notTaken = StringList();
-    // The base is a queued address cut after its last "/": it holds no scheme.
-    std::string base = Replace(field(), ":", "");
-    if (choice & 1) f.vars.SiteHost = field();
-    if (choice & 2) f.vars.KeywordFilters[1 + choice % 100] = field();
-    std::string page = input.substr(at, 16384);
+    f.queue = f.notTaken = StringList();
+
+    // Input: a choice byte, NUL-ended fields (base, then the site host and a
+    // keyword as the choice asks), then the response.
+    std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));
+    const int choice = size > 0 ? in.get() : 0;
+    std::string base;
+    std::getline(in, base, '\0');
+    base = Replace(base, ":", "");  // a queued address cut after its last "/": no scheme
+    if (choice & 1) std::getline(in, f.vars.SiteHost, '\0');
+    if (choice & 2) std::getline(in, f.vars.KeywordFilters[1 + choice % 100], '\0');
+    const std::string page = std::string(std::istreambuf_iterator<char>(in), {}).substr(0, 16384);
 
     std::string address = "\\site.com/" + base.substr(0, 512);
     std::int32_t filesDone = 0;
@@ -91,12 +82,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     std::string text = page;
     ExtractLinks(text, f.queue, base, f.notTaken, f.m);
-    const std::string rewritten = RewriteForScan(page);
-    Check(text.size() <= rewritten.size() &&
-              rewritten.compare(rewritten.size() - text.size(), text.size(), text) == 0,
-          "the text left is a tail of the rewritten page");
+    Check(RewriteForScan(page).ends_with(text), "the text left is a tail of the rewritten page");
     Check(text.find("href") == std::string::npos, "the walk visits every href it can see");
-    Check(!base.empty() && base.back() == '/', "the base ends in a slash");
+    Check(base.ends_with('/'), "the base ends in a slash");
     CheckNoScheme(f.queue, "a queued link carries no scheme but the doubled http://");
     CheckNoScheme(f.notTaken, "a link not taken carries no scheme but the doubled http://");
     Check(f.OutsideTarget() == outside, "nothing outside the target folder changes");

@@ -54,19 +54,17 @@ class EndToEnd(unittest.TestCase):
                 for path in wanted:
                     records = path.startswith("_SearchData")
                     self.assertEqual(read(actual[path], records), read(wanted[path], records), path)
-                for path, raw in run.requests:
-                    self.assertEqual(raw, (f"GET {path} HTTP/1.0\r\nHost: {HOST}\r\nReferrer: {HOST}\r\n"
-                                           f"User-Agent: Internet Explorer 6.01\r\n\r\n").encode("latin-1"))
-                paths = read(os.path.join(EXPECTED, expected + ".requests")).decode().split()
-                order = list if expected == "main" else sorted  # one connection: newest first
-                self.assertEqual(order(p for p, _ in run.requests), order(paths))
+                # Every request in full; on one connection in the order of the list (newest first).
+                order = list if expected == "main" else sorted
+                self.assertEqual(order(raw for _, raw in run.requests), order(
+                    f"GET {p} HTTP/1.0\r\nHost: {HOST}\r\nReferrer: {HOST}\r\nUser-Agent: Internet Explorer 6.01"
+                    f"\r\n\r\n".encode() for p in read(os.path.join(EXPECTED, expected + ".requests")).decode().split()))
                 self.assertIn(b"LastURL=" + url.encode(),
                               read(os.path.join(run.config, "Vantorin", "Vantorin.conf")))
-                if expected == "types":
-                    self.assertEqual(sorted(os.listdir(run.program_folder)), ["vantorin", "vantorin-window.so"])
-                    self.assertTrue(os.path.isdir(os.path.join(run.files_folder, "dldata")))
-                    self.assertEqual(read(os.path.join(run.files_folder, "temp", "filetypes.txt")),
-                                     TYPES["temp/filetypes.txt"])
+                if expected == "types":  # the program's files in $XDG_DATA_HOME, none beside it
+                    self.assertEqual((os.listdir(run.program_folder), os.listdir(run.files_folder),
+                                      read(os.path.join(run.files_folder, "temp", "filetypes.txt"))),
+                                     (["vantorin", "vantorin-window.so"], ["dldata", "temp"], TYPES["temp/filetypes.txt"]))
 
     # How main() maps what happened to its exit status and words; the parsing
     # and the hints are unit-tested, exits 2 and 4 are rows of check_faults.py.

@@ -104,7 +104,7 @@ class Run:
         started, rss_file = time.monotonic(), os.path.join(WORK, name + ".rss")
         self.proc = subprocess.Popen(["/usr/bin/time", "-f", "%M", "-o", rss_file, self.program_folder + "/vantorin"]
                                      + [a.replace("{out}", self.out) for a in args], stdout=subprocess.PIPE,
-                                     stderr=subprocess.PIPE, env=env, start_new_session=True,
+                                     stderr=subprocess.PIPE, env=env, process_group=0,
                                      cwd=self.cwd and os.path.join(self.folder, self.cwd))
         self.during()
         self.stdout, self.stderr = self.proc.communicate()

@@ -81,8 +81,7 @@ class Case:
     # server; `files`: the mirror's files but the log; `saved`: a file and the
     # contents (or sizes) it may have; `fetched`: paths that must be asked for.
     def __init__(self, name, status, says=(), **options):
-        self.__dict__.update(DEFAULTS, name=name, status=status, says=says, address=f"www.{name}.test")
-        self.__dict__.update(options)
+        self.__dict__.update({**DEFAULTS, "address": f"www.{name}.test", **options}, name=name, status=status, says=says)
         if self.links:
             self.pages = {"/": page((HOLDS if status is None else []) + self.links)}
             self.stop_at = self.stop_at or (2 + len(self.links) if status is None else None)

@@ -115,11 +115,7 @@ class Run:
         if installed:
             subprocess.run(["umount", self.program_folder], check=True)
 
-    def prepare(self):
-        pass
-
-    def during(self):
-        pass
+    prepare = during = lambda self: None
 
     def files(self):
         return tree(self.out)

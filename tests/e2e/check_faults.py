@@ -49,14 +49,15 @@ HOSTILE_PAGES = {
 
 def stream(h, chunks, end="close", pause=0.0):
     # Sends each chunk, pausing after it, until the client goes away; then
-    # closes, holds or resets (SO_LINGER 0; after a pause the client has
-    # handled the bytes before the reset comes).
+    # closes its side, holds, or resets (SO_LINGER 0; after a pause the client
+    # has handled the bytes before the reset comes).
     for chunk in chunks:
         h.request.sendall(chunk)
         time.sleep(pause)
     if end == "reset":
         h.request.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-    h.hold() if end == "hold" else h.request.close()
+        return h.request.close()
+    h.hold() if end == "hold" else h.request.shutdown(socket.SHUT_WR)
 
 
 HOLD = harness.Handler.hold

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/gui/Twips.h"
+#include <tuple>
 
 namespace vantorin {
 namespace {
@@ -11,43 +11,35 @@ int Right(const TwipRect& r) {
     return r.Left + r.Width;
 }
 
-// Whatever the size, the panel, the toolbar and the connections box end on
-// one right margin, the "Data In" column at the panel's end, and the status
-// line stays as far above the window's bottom as designed, the queue taking
-// the height between. A window too small for a step keeps that step's last
-// size (exactly at the limit the queue may be 0 high).
-TEST(MainLayout, ResizeKeepsTheDesignsLinesAndATooSmallWindowTheLastSizes) {
-    MainLayout l = DesignLayout();
-    EXPECT_LT(Right(l.Text1), l.Picture2.Left);
-    EXPECT_LT(Right(l.Label9), l.txtMax.Left);
-    const MainLayout design = l;
-    const int minHeight = 2760 + l.Picture1.Height;
-    const int sizes[][2] = {{12000, 11000}, {4000, minHeight - 1}, {4000, minHeight}, {300, 100}};
-    for (const auto& [W, H] : sizes) {
-        const MainLayout before = l;
-        ResizeLayout(l, W, H);
-        SCOPED_TRACE(::testing::Message() << W << "x" << H);
-        EXPECT_TRUE(l.Picture1.Width >= 0 && l.List1.Width >= 0 && l.Text1.Width >= 0);
-        EXPECT_EQ(Right(l.Picture2), Right(l.Picture1));
-        EXPECT_EQ(Right(l.txtMax), W - (kFormWidth - Right(design.txtMax)));
-        EXPECT_EQ(Right(l.List1) - Right(l.Picture1), Right(design.List1) - Right(design.Picture1));
-        EXPECT_EQ(Right(l.Picture3), l.Picture1.Width);
-        EXPECT_EQ(Right(l.Label9) - l.txtMax.Left, Right(design.Label9) - design.txtMax.Left);
-        EXPECT_EQ(l.Label7.Left, l.txtMax.Left);
-        EXPECT_EQ(l.List1.Height, H < minHeight ? before.List1.Height : H - minHeight);
-        EXPECT_EQ(l.Label6.Top, l.List1.Top + l.List1.Height + 40);
-    }
+// The lines the resize rules keep, in twips: the panel, the toolbar and the
+// connections box end 360 from the right, the queue 240; the address box
+// ends 120 before the toolbar; the "Data In" column ends with the panel; the
+// connections question ends 120 before its box and the caption starts under
+// it; the queue ends 1005 above the window's bottom and the status line
+// starts 965 above it.
+auto Lines(const MainLayout& l, int W, int H) {
+    return std::make_tuple(W - Right(l.Picture1), W - Right(l.Picture2), W - Right(l.List1),
+                           W - Right(l.txtMax), l.Picture2.Left - Right(l.Text1),
+                           l.Picture1.Width - Right(l.Picture3), l.txtMax.Left - Right(l.Label9),
+                           l.Label7.Left - l.txtMax.Left, H - l.List1.Top - l.List1.Height,
+                           H - l.Label6.Top);
 }
 
-TEST(MainLayout, TwipsAndPixelsAt96And144Dpi) {
-    struct Case {
-        int twips, dpi, pixels;
-    };
-    for (const auto& [twips, dpi, pixels] :
-         {Case{15, 96, 1}, Case{9600, 96, 640}, Case{9600, 144, 960}, Case{-360, 96, -24}}) {
-        EXPECT_EQ(TwipsToPixels(twips, dpi), pixels) << twips << " at " << dpi;
-        EXPECT_EQ(PixelsToTwips(pixels, dpi), twips) << pixels << " at " << dpi;
-    }
+// A window too small for a step keeps that step's last size; exactly at the
+// limit the queue may be 0 high.
+TEST(MainLayout, ResizeKeepsTheDesignsLinesAndATooSmallWindowTheLastSizes) {
+    MainLayout l = DesignLayout();
+    const auto designed = std::make_tuple(360, 360, 240, 360, 120, 0, 120, 0, 1005, 965);
+    EXPECT_EQ(Lines(l, kFormWidth, kFormHeight), designed);
+    ResizeLayout(l, 12000, 11000);
+    EXPECT_EQ(Lines(l, 12000, 11000), designed);
+
+    const int minHeight = 11000 - l.List1.Height;
+    const auto kept = std::make_tuple(l.Picture1.Width, l.Text1.Width, l.List1.Height);
+    ResizeLayout(l, 300, minHeight - 1);
+    EXPECT_EQ(std::make_tuple(l.Picture1.Width, l.Text1.Width, l.List1.Height), kept);
+    ResizeLayout(l, 4000, minHeight);
+    EXPECT_EQ(l.List1.Height, 0);
 }
 
 }  // namespace

@@ -6,9 +6,7 @@
 
 #include <sys/socket.h>
 
-#include <QHostAddress>
-#include <QTcpServer>
-#include <QTcpSocket>
+#include <QtNetwork>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -16,8 +14,11 @@
 namespace vantorin::testing {
 namespace {
 
-// A real socket against an in-process server on 127.0.0.1, an ephemeral port.
-// Each delivery reads everything and notes the state it saw, as the engine does.
+using Deliveries = std::vector<std::pair<std::string, int>>;
+
+// A real socket connected to an in-process server on 127.0.0.1, an ephemeral
+// port; the server side of the connection is `peer`. Each delivery reads
+// everything and notes the state it saw, as the engine does.
 class QtSocketTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -28,16 +29,11 @@ protected:
             deliveries.emplace_back(std::move(data), socket.State());
             if (afterDelivery) std::exchange(afterDelivery, nullptr)();
         };
-    }
-
-    // Connects and accepts; the server side of the connection is `peer`.
-    void ConnectBoth() {
         socket.Connect("127.0.0.1", server.serverPort());
         EXPECT_EQ(socket.State(), kSockConnecting);
         ASSERT_TRUE(
             PumpUntil([this] { return connectedEvents == 1 && server.hasPendingConnections(); }));
         peer = server.nextPendingConnection();
-        ASSERT_NE(peer, nullptr);
     }
     void PeerSends(const QByteArray& bytes, bool thenCloses = false) {
         peer->write(bytes);
@@ -52,12 +48,11 @@ protected:
     QtSocket socket;
     int connectedEvents = 0;
     std::function<void()> afterDelivery;
-    std::vector<std::pair<std::string, int>> deliveries;
+    Deliveries deliveries;
 };
 
 // The job completes on its last chunk only if the close behind it shows then.
 TEST_F(QtSocketTest, ConnectsSendsAndCompletesOnTheLastChunkWhenTheCloseFollowsAtOnce) {
-    ConnectBoth();
     EXPECT_EQ(socket.State(), kSockConnected);
     socket.Send("GET / HTTP/1.0\r\n\r\n");
     ASSERT_TRUE(PumpUntil([this] { return peer->bytesAvailable() >= 18; }));
@@ -68,9 +63,8 @@ TEST_F(QtSocketTest, ConnectsSendsAndCompletesOnTheLastChunkWhenTheCloseFollowsA
     PeerSends(QByteArray("last\0byte", 9), true);
     ASSERT_TRUE(PumpUntil([this] { return deliveries.size() == 2; }));
     Pump(100);
-    using D = std::vector<std::pair<std::string, int>>;
-    EXPECT_EQ(deliveries,
-              (D{{"first ", kSockConnected}, {std::string("last\0byte", 9), kSockClosing}}));
+    EXPECT_EQ(deliveries, (Deliveries{{"first ", kSockConnected},
+                                      {std::string("last\0byte", 9), kSockClosing}}));
     EXPECT_EQ(socket.State(), kSockClosing);  // stays until Close()
     socket.Close();
     EXPECT_EQ(socket.State(), kSockClosed);
@@ -83,24 +77,21 @@ TEST_F(QtSocketTest, BytesUnreadWhenThePeerClosesAreDeliveredAtClosing) {
         PeerSends("tail", true);
         Pump(300);
     };
-    ConnectBoth();
     PeerSends("head");
     ASSERT_TRUE(PumpUntil([this] { return deliveries.size() == 2; }));
-    EXPECT_EQ(deliveries[0], std::make_pair(std::string("head"), int(kSockConnected)));
-    EXPECT_EQ(deliveries[1], std::make_pair(std::string("tail"), int(kSockClosing)));
+    EXPECT_EQ(deliveries, (Deliveries{{"head", kSockConnected}, {"tail", kSockClosing}}));
 }
 
 // A reset that comes in right behind the bytes is a close: the bytes are
 // delivered with the closing state, so the part received is saved.
 TEST_F(QtSocketTest, AResetRightBehindTheBytesIsAClose) {
-    ConnectBoth();
     PeerSends("partial");
     const struct linger reset { 1, 0 };  // closing with a zero linger sends a reset
     ::setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &reset,
                  sizeof reset);
     peer->abort();
     ASSERT_TRUE(PumpUntil([this] { return !deliveries.empty(); }));
-    EXPECT_EQ(deliveries[0], std::make_pair(std::string("partial"), int(kSockClosing)));
+    EXPECT_EQ(deliveries.at(0), std::make_pair(std::string("partial"), int(kSockClosing)));
 }
 
 }  // namespace

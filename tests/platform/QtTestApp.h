@@ -11,18 +11,13 @@
 
 namespace vantorin::testing {
 
-class QtAppEnvironment : public ::testing::Environment {
-public:
-    void SetUp() override {
-        if (!QCoreApplication::instance()) app_ = std::make_unique<QCoreApplication>(argc_, argv_);
-    }
-    void TearDown() override { app_.reset(); }
-
-private:
-    int argc_ = 1;
-    char name_[14] = "test_platform";
-    char* argv_[2] = {name_, nullptr};
-    std::unique_ptr<QCoreApplication> app_;
+struct QtAppEnvironment : ::testing::Environment {
+    void SetUp() override { app = std::make_unique<QCoreApplication>(argc, argv); }
+    void TearDown() override { app.reset(); }
+    int argc = 1;
+    char name[14] = "test_platform";
+    char* argv[2] = {name, nullptr};
+    std::unique_ptr<QCoreApplication> app;
 };
 
 inline ::testing::Environment* const kQtAppEnvironment =

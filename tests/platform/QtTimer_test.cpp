@@ -53,21 +53,5 @@ TEST(QtTimer, NoTickBeforeAFullInterval) {
     for (int i = 0; i < 24; ++i) EXPECT_GE(firstTick[i], 60 + 13 * i) << i;
 }
 
-// A tick while its handler yields is dropped, never nested.
-TEST(QtTimer, TickDuringItsOwnHandlerIsDroppedNotNested) {
-    QtTimer timer;
-    int ticks = 0, depth = 0, deepest = 0;
-    timer.onTimer = [&] {
-        ++ticks;
-        deepest = std::max(deepest, ++depth);
-        if (ticks == 1) Pump(50);
-        --depth;
-    };
-    timer.SetInterval(5);
-    timer.SetEnabled(true);
-    EXPECT_TRUE(PumpUntil([&] { return ticks > 1 && depth == 0; }));
-    EXPECT_EQ(deepest, 1);
-}
-
 }  // namespace
 }  // namespace vantorin::testing

@@ -13,8 +13,7 @@
 
 namespace vantorin::testing {
 
-class MemorySettings : public SettingsStore {
-public:
+struct MemorySettings : SettingsStore {
     std::string Read(const std::string& key, const std::string& defaultValue) override {
         auto it = values.find(key);
         return it == values.end() ? defaultValue : it->second;

@@ -129,8 +129,12 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     dialogs.answers = {kAnswerYes};
     Start("www.a.test/slow.htm");
     state.List1.AddItem("www.a.test/next.htm");
-    state.SetRowReceived(1, "9 bytes");
-    for (int i = 0; i < 3; ++i) out(1).Fire();  // two more attempts, then given up
+    for (int i = 0; i < 3; ++i) {
+        sock(1).state = kSockError;  // refused: the slot is not free until its timeout
+        EXPECT_EQ(engine.FindFreeSlot(), 2);
+        state.SetRowReceived(1, "9 bytes");
+        out(1).Fire();  // two more attempts, then given up
+    }
     EXPECT_EQ(std::tuple(sock(1).connects.size(), engine.Running(), outcomes.size(),
                          state.Row(1).Received),
               std::tuple(3u, true, 0u, "-"));
@@ -140,6 +144,25 @@ TEST_F(EngineTest, GivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     EXPECT_EQ(std::tuple(state.Label6(), shell.folders, outcomes),
               std::tuple("Website Downloaded!", std::vector{vars.TargetFolder},
                          std::vector{CrawlOutcome::SiteComplete}));
+}
+
+// A retry that lands while the scan runs is appended behind what the scan
+// left, which holds no blank line: only the retry's body is saved.
+TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBody) {
+    Start("www.a.test/p.htm");
+    sock(1).Accept();
+    bool retried = false;
+    duringYield = [this, &retried] {
+        if (retried || state.List2.ListCount() == 0) return;  // the scan reached the link
+        retried = true;
+        out(1).Fire();
+        sock(1).Accept();
+        sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nsecond", true);
+    };
+    sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nfirst <a href='x.htm'>", true);
+    EXPECT_EQ(
+        std::tuple(engine.Slot(1).Attempts, ReadNativeFile(dir.NativePath("site/a.test/p.htm"))),
+        std::tuple(2, "second\r\n"));
 }
 
 // What admission queues, the scheduler fetches and the save step names alike:

@@ -76,6 +76,9 @@ TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndYieldsAsDesigned) {
     ExtractLinks(text, f.queue, base, f.notTaken, f.m);
     EXPECT_EQ(text, "34");
     EXPECT_EQ(yields, 11);
+    std::string plain = "no link here";
+    ExtractLinks(plain, f.queue, base, f.notTaken, f.m);
+    EXPECT_EQ(plain, "no link here");
 }
 
 }  // namespace

@@ -25,6 +25,7 @@ TEST(TopLevel, OnlyFilesDirectlyInTheHostFolder) {
         {"C:\\Websites\\site.com\\index.html", "site.com", true},
         {"C:\\Websites\\site.com\\dir\\a.html", "site.com", false},
         {"C:/Websites/SITE.com/a.html", "site.COM", true},
+        {"C:/Websites/site.com/dir/a.html", "site.com", false},
         {"C:\\Websites\\site.com\\\\a.html", "site.com", true},
         {"C:\\other\\x.html", "site.com", true}};
     for (auto [path, host, top] : cases) EXPECT_EQ(IsTopLevelFile(path, host), top) << path;

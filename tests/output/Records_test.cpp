@@ -17,8 +17,8 @@ using testing::WriteNativeFile;
 
 TEST(GetPageText, YieldsFourTimesThenFoldsLineEndsAndBlanks) {
     const std::pair<const char*, const char*> cases[] = {
-        {"a\r\nb", "a b"},   {"a\n\rb", "a b"},        {"a    b", "a b"},
-        {"a     b", "a  b"}, {"a\n\n\n\n\nb", "a  b"}, {"\tkeep\ttabs\t", "\tkeep\ttabs\t"}};
+        {"a\r\n\r\n\r\nb", "a b"}, {"a\rb", "a b"},          {"a    b", "a b"},
+        {"a     b", "a  b"},       {"a\n\n\n\n\nb", "a  b"}, {"\tkeep\ttabs\t", "\tkeep\ttabs\t"}};
     MirrorFixture f;
     int yields = 0, reads = 0;
     f.m.yield = [&] { ++yields; };

@@ -34,7 +34,8 @@ TEST(VisibleTextOfHtml, LaysTextOutAsInnerTextOfTheBody) {
         {"<body>&amp; &lt;tag&gt; &eacute;&nbsp;x</body>", "& <tag> \xE9\xA0x"},
         {"<body>&#8364; &#x4e2d;</body>", "\x80 ?"},
         {"<body>caf\xE9 na\xEFve</body>", "caf\xE9 na\xEFve"},
-        {"<body>caf\xC3\xA9</body>", "caf\xE9"},
+        {"<body>caf\xC3\xA9 \xF0\x9F\x98\x80</body>", "caf\xE9 ?"},  // UTF-8, a 4-byte one
+        {"<body>a\x80\x9F\xA0z</body>", "a\x80\x9F\xA0z"},  // code page bytes at its bounds
         {"plain words <p>no html element", "plain words\n\nno html element"},
         {"<frameset><frame src=a.html></frameset>", ""},
         {"", ""},

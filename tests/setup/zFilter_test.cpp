@@ -48,6 +48,7 @@ TEST(KeywordFilterDialog, AddsUpperCasedRemovesClearsAndWritesItsFileOnClose) {
     EXPECT_EQ(dialog->Items(), (Strings{"BANNER", "POP UP"}));
 
     dialog->Command4->click();
+    EXPECT_FALSE(dialog->isVisible());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(dialog.isNull());
     EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "BANNER\r\nPOP UP\r\n");

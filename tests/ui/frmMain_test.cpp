@@ -37,6 +37,9 @@ TEST_F(UiTest, OpensCentredWithTwentyFourRowsThatShowTheState) {
     // A status text long enough to reach the "Data In" column ends under it.
     const QPoint underDataIn(window.picture(3)->x() + 3, window.l(1)->y() + 2);
     EXPECT_EQ(window.picture(1)->childAt(underDataIn), window.picture(3));
+    const int queueWidth = window.list1()->width();
+    window.resize(window.width() + 150, window.height());
+    EXPECT_NEAR(window.list1()->width(), queueWidth + 150, 1);  // laid out again
 
     state.SetLabel3("3 Files");
     state.SetLabel4("4 Bytes");

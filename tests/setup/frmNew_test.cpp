@@ -201,6 +201,7 @@ TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
         const auto found = chooser->Dir1->findItems("Beta", Qt::MatchContains);
         ASSERT_EQ(found.size(), 1);
         emit chooser->Dir1->itemActivated(found[0]);
+        EXPECT_EQ(chooser->Dir1->findItems("Beta", Qt::MatchContains).size(), 1);  // listed anew
         chooser->Command1->click();
     });
     form.Command7->click();

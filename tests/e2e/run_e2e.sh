@@ -5,10 +5,8 @@
 # such namespace can be made here, or a tool it needs is missing.
 # Usage: run_e2e.sh PROGRAM [CHECKER]
 set -u
-# A pid namespace of its own, ended with the checker: the programs a killed
-# (timed-out) checker started die with it instead of running on.
-namespace="unshare -n -m -p --kill-child"
-[ "$(id -u)" -eq 0 ] || namespace="unshare -r -n -m -p --kill-child"
+namespace="unshare -n -m"
+[ "$(id -u)" -eq 0 ] || namespace="unshare -r -n -m"
 for tool in python3 /usr/bin/time; do
     command -v $tool >/dev/null || { echo "skipped: $tool is missing"; exit 77; }
 done

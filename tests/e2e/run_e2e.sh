@@ -1,12 +1,15 @@
 #!/bin/sh
 # Runs an end-to-end checker (check_e2e.py unless named) with the built
-# program inside a private network and mount namespace: as root directly, as
-# a normal user in a user namespace of its own. Exits 77 (skipped) when no
-# such namespace can be made here, or a tool it needs is missing.
+# program inside a private network, mount and pid namespace: as root directly,
+# as a normal user in a user namespace of its own. The pid namespace (with a
+# /proc of its own, which the leak checker reads) ends every program the
+# checker started when the checker ends, also when a time limit kills it.
+# Exits 77 (skipped) when no such namespace can be made here, or a tool it
+# needs is missing.
 # Usage: run_e2e.sh PROGRAM [CHECKER]
 set -u
-namespace="unshare -n -m"
-[ "$(id -u)" -eq 0 ] || namespace="unshare -r -n -m"
+namespace="unshare -n -m -p --mount-proc --kill-child"
+[ "$(id -u)" -eq 0 ] || namespace="unshare -r -n -m -p --mount-proc --kill-child"
 for tool in python3 /usr/bin/time; do
     command -v $tool >/dev/null || { echo "skipped: $tool is missing"; exit 77; }
 done

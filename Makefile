@@ -4,9 +4,7 @@ BUILD ?= build
 JOBS ?= 2
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
-FUZZ_SECONDS ?= 120
-
-.PHONY: deps configure build run display test test-sanitize package test-package install bench fuzz clean
+.PHONY: deps configure build run display test test-sanitize package test-package install bench clean
 
 deps:
 	@sh scripts/install-deps.sh
@@ -80,16 +78,5 @@ bench: deps
 	done
 	@sh bench/crawl/run.sh $(BUILD)-bench/app/vantorin
 
-# Each fuzz target for FUZZ_SECONDS, its corpus grown in $(BUILD)-fuzz/corpus/<name>.
-fuzz: deps
-	@CC=clang CXX=clang++ cmake -S . -B $(BUILD)-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVANTORIN_FUZZ=ON >/dev/null
-	@cmake --build $(BUILD)-fuzz -j$(JOBS) --target $(patsubst tests/fuzz/%_fuzz.cpp,fuzz_%,$(wildcard tests/fuzz/*_fuzz.cpp))
-	@for t in $(BUILD)-fuzz/tests/fuzz/fuzz_*; do \
-		[ -f "$$t" ] && [ -x "$$t" ] || continue; \
-		name=$${t##*/fuzz_}; mkdir -p $(BUILD)-fuzz/corpus/$$name; \
-		"$$t" -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=10 -print_final_stats=1 \
-			$(BUILD)-fuzz/corpus/$$name tests/fuzz/corpus/$$name || exit 1; \
-	done
-
 clean:
-	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-fuzz $(BUILD)-asan
+	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-asan

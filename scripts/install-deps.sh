@@ -5,7 +5,7 @@
 # As root it runs apt-get itself; otherwise it prints the line to run.
 set -e
 
-PACKAGES="cmake make g++ clang libclang-rt-14-dev pkg-config qt6-base-dev libgl-dev libgumbo-dev libgtest-dev libgmock-dev
+PACKAGES="cmake make g++ pkg-config qt6-base-dev libgl-dev libgumbo-dev libgtest-dev libgmock-dev
  libbenchmark-dev python3 util-linux iproute2 mount xvfb xauth wget time
  dpkg-dev lintian desktop-file-utils appstream man-db"
 # `make screenshots` alone needs a window manager and the tools that drive

@@ -7,7 +7,7 @@ import sys
 import unittest
 
 import harness
-from harness import DONE_LINE, Run
+from harness import DONE_LINE, Run, read
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 SITE, EXPECTED = os.path.join(HERE, "site"), os.path.join(HERE, "expected")
@@ -22,11 +22,6 @@ def answer(handler, host, path):
         return handler.send(read(full))
     handler.send(b"<html><body><h1>Not Found</h1><p>No such page here.</p></body></html>\n",
                  b"404 Not Found")
-
-
-def read(path):
-    with open(path, "rb") as f:
-        return f.read()
 
 
 def contents(top):

@@ -53,6 +53,11 @@ def tree(top):
             for root, _, names in os.walk(top) for n in names}
 
 
+def read(path):
+    with open(path, "rb") as f:
+        return f.read()
+
+
 def write(path, data):
     os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as f:

@@ -22,10 +22,9 @@ TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
         {false, 10, 0, 1, 0, 3}, {false, 10, 0, 0, 1, 3},  {false, 0, 2, 0, 0, 3},  // 3 wins over 4
         {true, 0, 0, 0, 0, 130}, {true, 10, 1, 1, 1, 130},
     };
-    for (const auto& [interrupted, bytes, files, lines, refused, status] : cases) {
+    for (const auto& [interrupted, bytes, files, lines, refused, status] : cases)
         EXPECT_EQ(ExitStatus({interrupted, bytes, {files, lines, refused, {}, {}}}), status)
             << interrupted << bytes << files << lines << refused;
-    }
 }
 
 TEST(CrawlReport, ListsCountsAndTheFirstFiveOfProgramThenMirror) {

@@ -11,10 +11,7 @@
 namespace vantorin {
 namespace {
 
-using testing::MirrorFixture;
-using testing::NativeExists;
-using testing::ReadNativeFile;
-using testing::WriteNativeFile;
+using namespace testing;
 
 const std::string kPlaceholder =
     "This file is queued to be downloaded, or did not download correctly.\r\n";

@@ -10,8 +10,6 @@
 namespace vantorin {
 namespace {
 
-using testing::MirrorFixture;
-
 // The character table itself is checked through the folder rules, which share it.
 TEST(CleanFileName, AddsHtmlOnlyWithoutADot) {
     EXPECT_EQ(CleanFileName(""), ".html");
@@ -32,7 +30,7 @@ TEST(TopLevel, OnlyFilesDirectlyInTheHostFolder) {
 }
 
 TEST(MakeLocalPath, MapsAddressAndRecordsOnlyTheFoldersItMade) {
-    MirrorFixture f;
+    testing::MirrorFixture f;
     const std::string& t = f.vars.TargetFolder;
     std::string path = "  " + t + "www.site.com/dir/sub/page.html ";
     MakeLocalPath(path, f.vars, f.fs);

@@ -10,10 +10,7 @@
 namespace vantorin {
 namespace {
 
-using testing::MirrorFixture;
-using testing::NativeExists;
-using testing::ReadNativeFile;
-using testing::WriteNativeFile;
+using namespace testing;
 
 TEST(GetPageText, YieldsFourTimesThenFoldsLineEndsAndBlanks) {
     const std::pair<const char*, const char*> cases[] = {

@@ -12,11 +12,9 @@
 namespace vantorin {
 namespace {
 
-using testing::NativeExists;
-using testing::ReadNativeFile;
-using testing::WriteNativeFile;
+using namespace testing;
 
-struct Saver : testing::MirrorFixture {
+struct Saver : MirrorFixture {
     std::int32_t filesDone = 0;
 
     void Save(const std::string& received, std::string address,
@@ -83,22 +81,18 @@ TEST(SaveFile, RewritesLinksAndScriptWords) {
         {"", "http://a.com/x http://www.b.org/y", "a.com/x www.b.org/y"},
         // An upper-case scheme is kept, so no "www." form is made.
         {"HTTP://site.com", "HTTP://site.com/x http://www.site.com/y", "x http://www.site.com/y"}};
-    for (auto [slotHost, in, out] : cases) {
-        Saver s;
-        EXPECT_EQ(s.Rewritten(in, "\\site.com/dir/p.gif", slotHost), out) << in;
-    }
+    for (auto [slotHost, in, out] : cases)
+        EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif", slotHost), out) << in;
 }
 
 TEST(SaveFile, FlattensClimbingLinksOnTopLevelPagesOnly) {
     const std::string in =
         "href=\"../a\" href =\"../b\" href = \"../c\" href= \"../d\" href='../e' href ='../f' "
         "href = '../g' href= '../h' href=\"../../i\" src=\"../j\"";
-    Saver top;
-    EXPECT_EQ(top.Rewritten(in, "\\www.site.com/p.gif"),
+    EXPECT_EQ(Saver().Rewritten(in, "\\www.site.com/p.gif"),
               "href=\"a\" href =\"b\" href = \"c\" href= \"d\" href=\"e' href =\"f' "
               "href = \"g' href =\"h' href=\"../i\" src=\"../j\"");
-    Saver sub;
-    EXPECT_EQ(sub.Rewritten(in, "\\site.com/dir/p.gif"), in);
+    EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif"), in);
 }
 
 // The placeholder goes under the name before ".html" is added, and a second
@@ -122,8 +116,7 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     std::string kept;
     for (const char* name : placeholders)
         kept += NativeExists(s.Target(std::string("site.com/") + name)) ? '1' : '0';
-    EXPECT_EQ(kept, "010100");
-    EXPECT_EQ(s.filesDone, 4);
+    EXPECT_EQ(std::tuple(kept, s.filesDone), std::tuple("010100", 4));
 }
 
 // The timeout's name puts its file in a folder that is never made: that
@@ -135,8 +128,7 @@ TEST(SaveFile, CountsAFailedWriteButNotTheTimeoutsDesignedOne) {
     EXPECT_EQ(s.m.fs.Faults().filesFailed, 0);
     WriteNativeFile(s.Target("site.com/blocked"), "a file where a folder must be");
     s.Save("H\r\n\r\nx", "\\site.com/blocked/p.gif");
-    EXPECT_EQ(s.m.fs.Faults().filesFailed, 1);
-    EXPECT_EQ(s.filesDone, 2);
+    EXPECT_EQ(std::tuple(s.m.fs.Faults().filesFailed, s.filesDone), std::tuple(1, 2));
 }
 
 }  // namespace

@@ -3,16 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <tuple>
 
 #include "tests/support/TempDir.h"
 
 namespace vantorin {
 namespace {
 
-using testing::NativeExists;
-using testing::ReadNativeFile;
-using testing::TempDir;
-using testing::WriteNativeFile;
+using namespace testing;
 
 class FileSystemTest : public ::testing::Test {
 protected:
@@ -33,12 +31,12 @@ TEST_F(FileSystemTest, WritesAppendsAndReadsLinesWithCrLf) {
     EXPECT_EQ(fs.ReadLines(log), std::optional(std::vector<std::string>{"one", "", "two", ""}));
     EXPECT_EQ(fs.FileLength(log), 14u);
 
-    std::string bin("a\0b\xff", 4);
+    const std::string bin("a\0b\xff", 4);
     EXPECT_TRUE(fs.WriteWhole(target + "bin", bin));
     EXPECT_EQ(ReadNativeFile(dir.NativePath("mirror/bin")), bin);
-    EXPECT_FALSE(fs.FileLength(target + "missing"));
-    EXPECT_FALSE(fs.FileLength(target));  // a folder has no file length
-    EXPECT_FALSE(fs.ReadLines(target + "missing"));
+    // Nothing from a missing file, and a folder has no file length.
+    EXPECT_FALSE(fs.FileLength(target + "missing") || fs.ReadLines(target + "missing") ||
+                 fs.FileLength(target));
 }
 
 // Refused writes are counted, but not refused tests, nor folders that exist.
@@ -59,11 +57,10 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
         dir.Backslashed() + "escape" + std::string(1, '\0') + "\\..\\mirror\\x.txt",
         "",
     };
-    for (const auto& path : outside) {
-        EXPECT_FALSE(fs.MayChange(path)) << path;
-        EXPECT_FALSE(fs.AppendLine(path, "x") || fs.WriteWhole(path, "x") || fs.DeleteFile(path))
+    for (const auto& path : outside)
+        EXPECT_FALSE(fs.MayChange(path) || fs.AppendLine(path, "x") || fs.WriteWhole(path, "x") ||
+                     fs.DeleteFile(path))
             << path;
-    }
     EXPECT_EQ(fs.Faults().refused, 3 * std::ssize(outside));  // each change refused
     EXPECT_EQ(ReadNativeFile(dir.NativePath("outside.txt")), "keep");
     for (const char* never : {"mirror2", "elsewhere/x.txt", "escape"})
@@ -73,9 +70,8 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
         std::filesystem::remove(never);  // what an escape wrote fails this run only
     }
 
-    EXPECT_TRUE(fs.WriteWhole(program + "\\filters.txt", "x"));
-    EXPECT_TRUE(fs.WriteWhole(target + "a.txt", "x"));
-    EXPECT_TRUE(fs.MayChange(target + "sub\\..\\b.txt"));
+    EXPECT_TRUE(fs.WriteWhole(program + "\\filters.txt", "x") &&
+                fs.WriteWhole(target + "a.txt", "x") && fs.MayChange(target + "sub\\..\\b.txt"));
 
     const std::string deep = dir.Backslashed() + "new\\deeper\\";
     FileSystem guarded(deep, program);
@@ -92,30 +88,26 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
 
 // The first five failures of each kind are kept with the system's reason.
 TEST_F(FileSystemTest, CountsFailedWritesKeepingTheFirstFive) {
-    for (int i = 0; i < 7; ++i)
-        EXPECT_FALSE(fs.WriteWhole(target + "missing\\f" + std::to_string(i), "x"));
-    EXPECT_FALSE(fs.WriteWhole(target + "missing\\f6", "x"));  // the same file again
+    for (const char* name : {"f0", "f1", "f2", "f3", "f4", "f5", "f6", "f6"})  // f6 twice
+        EXPECT_FALSE(fs.WriteWhole(target + "missing\\" + name, "x")) << name;
     EXPECT_FALSE(fs.WriteWhole(target + "missing\\quiet", "x", false));
     EXPECT_FALSE(fs.AppendLine(target + "missing\\log.txt", "x"));
     EXPECT_TRUE(fs.WriteWhole(target + "fine.txt", "x"));
+    const std::string missing = dir.NativePath("mirror/missing/"),
+                      why = "No such file or directory";
+    std::vector<WriteFailure> firstFive;
+    for (const char* name : {"f0", "f1", "f2", "f3", "f4"})
+        firstFive.push_back({missing + name, why});
     const WriteFaults& f = fs.Faults();
-    EXPECT_EQ(f.filesFailed, 7);
-    ASSERT_EQ(f.firstFiles.size(), 5u);
-    EXPECT_EQ(f.firstFiles[0],
-              (WriteFailure{dir.NativePath("mirror/missing/f0"), "No such file or directory"}));
-    EXPECT_EQ(f.firstFiles[4].path, dir.NativePath("mirror/missing/f4"));
-    EXPECT_EQ(f.linesFailed, 1);
-    EXPECT_EQ(f.firstLines, (std::vector<WriteFailure>{{dir.NativePath("mirror/missing/log.txt"),
-                                                        "No such file or directory"}}));
+    EXPECT_EQ(std::tuple(f.filesFailed, f.firstFiles, f.linesFailed, f.firstLines),
+              std::tuple(7, firstFive, 1, std::vector<WriteFailure>{{missing + "log.txt", why}}));
 
     // A full disk takes the bytes into the stream's buffer and refuses them at the flush.
     if (!NativeExists("/dev/full")) return;
     FileSystem dev(target, "\\dev");
-    EXPECT_FALSE(dev.WriteWhole("\\dev\\full", "x"));
-    EXPECT_FALSE(dev.AppendLine("\\dev\\full", "x"));
-    EXPECT_EQ(dev.Faults().firstFiles,
-              (std::vector<WriteFailure>{{"/dev/full", "No space left on device"}}));
-    EXPECT_EQ(dev.Faults().linesFailed, 1);
+    EXPECT_FALSE(dev.WriteWhole("\\dev\\full", "x") || dev.AppendLine("\\dev\\full", "x"));
+    EXPECT_EQ(std::tuple(dev.Faults().firstFiles, dev.Faults().linesFailed),
+              std::tuple(std::vector<WriteFailure>{{"/dev/full", "No space left on device"}}, 1));
 }
 
 TEST_F(FileSystemTest, DeleteMatchingFindsTheFolderWhateverItsCase) {

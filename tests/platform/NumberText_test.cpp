@@ -8,11 +8,10 @@ namespace vantorin {
 namespace {
 
 TEST(FormatThousands, GroupsInThreesFromTheRight) {
-    const std::pair<const char*, const char*> cases[] = {{"123", "123"},
-                                                         {"1234", "1,234"},
-                                                         {"123456", "123,456"},
-                                                         {"1234567", "1,234,567"},
-                                                         {" ABCD ", "a,bcd"}};
+    const std::pair<const char*, const char*> cases[] = {
+        {"123", "123"},           {"1234", "1,234"},   {"123456", "123,456"},
+        {"1234567", "1,234,567"}, {" ABCD ", "a,bcd"},
+    };
     for (const auto& [count, text] : cases) EXPECT_EQ(FormatThousands(count), text) << count;
 }
 

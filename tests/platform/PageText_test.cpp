@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "tests/support/TempDir.h"
 
@@ -10,10 +11,7 @@ namespace vantorin {
 namespace {
 
 TEST(VisibleTextOfHtml, LaysTextOutAsInnerTextOfTheBody) {
-    struct Case {
-        const char* html;
-        const char* expected;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"<html><head><title>T</title></head><body>Hello</body></html>", "Hello"},
         {"<body>a <b>bold</b>  and\n\t<i>it</i> </body>", "a bold and it"},
         {"<body>  lead and trail  </body>", "lead and trail"},
@@ -40,30 +38,26 @@ TEST(VisibleTextOfHtml, LaysTextOutAsInnerTextOfTheBody) {
         {"<frameset><frame src=a.html></frameset>", ""},
         {"", ""},
     };
-    for (const auto& c : cases) EXPECT_EQ(VisibleTextOfHtml(c.html), c.expected) << c.html;
+    for (auto [html, expected] : cases) EXPECT_EQ(VisibleTextOfHtml(html), expected) << html;
 }
 
 // Hostile markup must come back quickly and bounded; if a bound were missing
 // these would run for minutes (quadratic nesting) or take gigabytes.
 TEST(VisibleTextOfHtml, StaysBoundedOnHostileInput) {
-    std::string nested;
-    for (int i = 0; i < 100000; ++i) nested += "<div>";
-    nested += "deep";
-    EXPECT_EQ(VisibleTextOfHtml(nested), "deep");
-
-    std::string formatting;
-    for (int i = 0; i < 60000; ++i) formatting += "<b id=" + std::to_string(i) + ">x";
-    EXPECT_TRUE(VisibleTextOfHtml(formatting) == std::string(60000, 'x'));
-
-    std::string attributes;
-    for (int i = 0; i < 200000; ++i) attributes += "<i a" + std::to_string(i) + " b>x";
-    std::string cut = VisibleTextOfHtml(attributes);  // cut after 50000 tags
+    // `count` pieces, each made from its number.
+    const auto repeated = [](int count, auto piece) {
+        std::string html;
+        for (int i = 0; i < count; ++i) html += piece(std::to_string(i));
+        return html;
+    };
+    EXPECT_EQ(VisibleTextOfHtml(repeated(100000, [](auto) { return "<div>"; }) + "deep"), "deep");
+    EXPECT_TRUE(VisibleTextOfHtml(repeated(60000, [](auto n) { return "<b id=" + n + ">x"; })) ==
+                std::string(60000, 'x'));
+    // Cut after 50000 tags.
+    const std::string cut =
+        VisibleTextOfHtml(repeated(200000, [](auto n) { return "<i a" + n + " b>x"; }));
     EXPECT_TRUE(cut == std::string(50000, 'x')) << cut.size();
-
-    std::string many;
-    for (int i = 0; i < 400000; ++i) many += "<p>x";
-    EXPECT_LE(VisibleTextOfHtml(many).size(), 3u * 400000);
-
+    EXPECT_LE(VisibleTextOfHtml(repeated(400000, [](auto) { return "<p>x"; })).size(), 3u * 400000);
     EXPECT_EQ(VisibleTextOfHtml(std::string("<body>a\0b</body>", 16)).find('\0'),
               std::string::npos);
 }

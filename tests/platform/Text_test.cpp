@@ -62,11 +62,9 @@ TEST(CaseMapping, CoversTheSingleByteCodePage) {
     // The same in Windows-1252 bytes: letters above 127 map too, others stay.
     const std::string upper = "\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF";
     const std::string lower = "\xE0\xE9\xFE\x9A\x9C\x9E\xFF\xD7\xDF";
-    EXPECT_EQ(LCase(upper), lower);
-    EXPECT_EQ(UCase(lower), upper);
-    EXPECT_EQ(UCase("az@[`{\xF7"), "AZ@[`{\xF7");
-    EXPECT_EQ(LCase("AZ@[`{\xF7"), "az@[`{\xF7");
-    EXPECT_EQ(LCase(std::string("A\0B", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(std::tuple(LCase(upper), LCase("AZ@[`{\xF7"), LCase(std::string("A\0B", 3))),
+              std::tuple(lower, "az@[`{\xF7", std::string("a\0b", 3)));
+    EXPECT_EQ(std::tuple(UCase(lower), UCase("az@[`{\xF7")), std::tuple(upper, "AZ@[`{\xF7"));
 }
 
 TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
@@ -102,8 +100,8 @@ TEST(GetToken, IndexZeroWideSeparatorAndCounterLimit) {
     EXPECT_EQ(GetToken("a*b", 1, "**"), "a*b");  // a wide separator never ends a field
     std::string many;
     for (int i = 0; i < 40000; ++i) many += "x*";
-    EXPECT_EQ(GetToken(many, 32767, "*"), "x");
-    EXPECT_EQ(GetToken(many, 32768, "*"), "");  // the counter would pass 32767
+    // Past field 32767 the counter would overflow.
+    EXPECT_EQ(GetToken(many, 32767, "*") + "|" + GetToken(many, 32768, "*"), "x|");
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <filesystem>
-#include <set>
 #include <string>
 
 #include "output/CrawlVariables.h"
@@ -38,12 +37,6 @@ struct MirrorFixture {
     // A native path below the target folder, from a relative path with "/".
     std::string Target(const std::string& relative) const {
         return tmp.NativePath("up/mirror/" + relative);
-    }
-
-    // Every file and folder below the temporary folder but outside the target
-    // folder, with its size: what a hostile page must never change.
-    std::set<std::string> OutsideTarget() const {
-        return ListTreeExcept(tmp.Native(), tmp.NativePath("up/mirror"));
     }
 };
 

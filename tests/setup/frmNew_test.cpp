@@ -198,6 +198,9 @@ TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
 
 // The keyword filters opened from the modal wizard take input beside it, the
 // wizard still takes its own, and closing the wizard closes them, written.
+// Keywords are trimmed and upper-cased; a blank one is not added, a repeat in
+// any case is refused with a box; removing the last item leaves none
+// selected; Clear answered No keeps the list.
 TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     SetupWorld w;
     QWidget main;
@@ -211,9 +214,18 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
             if (auto* opened = dynamic_cast<zFilter*>(top)) filters = opened;
         ASSERT_FALSE(filters.isNull());
         ASSERT_TRUE(QTest::qWaitForWindowExposed(filters));
-        filters->Text1->setText("ads");
-        Click(filters->Command1);
-        EXPECT_EQ(filters->Items(), Strings{"ADS"});
+        for (const char* typed : {" ads ", "Ads", "   ", "pop up", "track"}) {
+            filters->Text1->setText(typed);
+            Click(filters->Command1);
+        }
+        EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->Text1->text()),
+                  std::tuple(Strings{"ADS", "POP UP", "TRACK"}, std::size_t{1}, QString()));
+        filters->List1->setCurrentRow(2);  // the last goes, and nothing more after it
+        Click(filters->Command2);
+        Click(filters->Command2);
+        w.dialogs.answers = {kAnswerNo};
+        Click(filters->Command3);
+        EXPECT_EQ(filters->Items(), (Strings{"ADS", "POP UP"}));
         Click(wizard->Command6);
         EXPECT_EQ(wizard->Command6->text(), "Options <<");
         wizard->reject();
@@ -221,7 +233,7 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     frmNew::ShowModal(w.services, w.engine, &main);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
-    EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\n");
+    EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\nPOP UP\r\n");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QtWidgets>
 
 #include "platform/Text.h"
+#include "platform/gui/AppIcon.h"
 #include "tests/ui/UiFixture.h"
 
 namespace vantorin::testing {
@@ -44,6 +45,15 @@ TEST_F(UiTest, TwentyFourRowsLabelsAndButtonsShowTheState) {
                   std::vector<bool>(4, on));
     }
     window.hide();
+}
+
+// A wrong resource path fails silently at run time: the windows would simply
+// show the desktop's generic glyph.
+TEST(AppIcon, EverySizeIsCompiledIn) {
+    SetApplicationIcon();
+    for (int side : {48, 128, 256})
+        EXPECT_TRUE(QApplication::windowIcon().availableSizes().contains(QSize(side, side)));
+    EXPECT_EQ(QGuiApplication::desktopFileName(), "org.vantorin.Vantorin");
 }
 
 TEST_F(UiTest, KeysButtonsAndMenusReachTheirVerbsAndExitAsksFirst) {

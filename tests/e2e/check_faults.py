@@ -100,12 +100,9 @@ def stop(name, fault, **options):
                                "timeout": "1", "stop_at": 5, **options})
 
 
-def fill(n):
-    return [b"p%d.html" % i for i in range(n)]
-
-
-def listed(name, *pages):
-    return [f"_SearchData/{name}.test.txt"] + [f"{name}.test/{p}" for p in pages]
+fill = lambda n: [b"p%d.html" % i for i in range(n)]
+# The files of a run that ends in its search record and these pages.
+listed = lambda name, *pages: [f"_SearchData/{name}.test.txt"] + [f"{name}.test/{p}" for p in pages]
 
 
 FULL = (b"files could not be written:", b"No space left on device")

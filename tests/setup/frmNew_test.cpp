@@ -5,13 +5,33 @@
 #include <QTest>
 #include <QtWidgets>
 #include <filesystem>
+#include <map>
+#include <string>
 
+#include "platform/SettingsStore.h"
+#include "setup/SetupServices.h"
 #include "setup/zDir.h"
 #include "setup/zFilter.h"
-#include "tests/setup/SetupFakes.h"
+#include "tests/support/EngineWorld.h"
 
 namespace vantorin::testing {
 namespace {
+
+// A settings store in memory, and one world per test: an engine world with
+// the setup dialogs' seams over it.
+struct MemorySettings : SettingsStore {
+    std::string Read(const std::string& key, const std::string& defaultValue) override {
+        auto it = values.find(key);
+        return it == values.end() ? defaultValue : it->second;
+    }
+    void Put(const std::string& key, const std::string& value) override { values[key] = value; }
+    std::map<std::string, std::string> values;
+};
+
+struct SetupWorld : EngineWorld<> {
+    MemorySettings settings;
+    SetupServices services{vars, fs, settings, dialogs};
+};
 
 using Strings = std::vector<std::string>;
 
@@ -72,9 +92,8 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
         EXPECT_EQ(w.dialogs.asked, refused ? Strings{"Eror 16: That is an invalid directory. "
                                                      "Check it has no invalid characters."}
                                            : Strings{});
-        EXPECT_EQ(form.isVisible(), refused);
-        EXPECT_EQ(w.engine.State().Text1(), started ? "www.site.test/" : "");
-        EXPECT_EQ(w.engine.Running(), started);
+        EXPECT_EQ(std::tuple(form.isVisible(), w.engine.State().Text1(), w.engine.Running()),
+                  std::tuple(refused, started ? "www.site.test/" : "", started));
         EXPECT_EQ(w.settings.values["Timeout"],
                   refused ? "" : QString(timeout).trimmed().toStdString());
         EXPECT_EQ(std::pair(w.engine.TimeoutInterval(1), w.engine.TimeoutInterval(24)),
@@ -85,8 +104,9 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
         EXPECT_EQ(std::make_tuple(w.vars.TargetFolder, form.txtDir->text().toStdString(),
                                   w.settings.values["InDir"]),
                   std::make_tuple(w.dir.Backslashed() + "site\\deeper\\", typed, typed));
-        EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")));
-        EXPECT_FALSE(NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
+        // Made, and the probe written into it to test it is gone again.
+        EXPECT_TRUE(std::filesystem::is_directory(w.dir.NativePath("site/deeper")) &&
+                    !NativeExists(w.dir.NativePath("site/deeper/test23893.txt")));
     }
 }
 

@@ -93,7 +93,6 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
 }
 
 TEST(GetToken, IndexZeroWideSeparatorAndCounterLimit) {
-    // Joined fields rebuilding the text are checked by the address fuzz target.
     EXPECT_EQ(GetToken("a*b", 0, "*"), "");
     EXPECT_EQ(GetToken(" a*b ", 2, "*"), "b");
     EXPECT_EQ(GetToken("ab", 1, "*") + GetToken("ab", 2, "*") + GetToken("ab", 1, ""), "abab");

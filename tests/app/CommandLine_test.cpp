@@ -47,11 +47,13 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
         EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--timeout", t}).error.empty(),
                   t == "0.001" || t == "2147483" || t == "0.5")
             << t;
-    // What a script reads the help for: every option the parser takes and
-    // every status the program can end with.
+    // What a script reads the help for: both forms of the command, every
+    // option the parser takes, the timeout's default and every exit status.
     for (const std::string item :
-         {"--url", "--dir", "--timeout", "--connections", "0", "2", "3", "4", "64", "130"})
-        EXPECT_NE(UsageText().find("\n  " + item + " "), std::string::npos) << item;
+         {"--help | --version\n", "\n  --url ", "\n  --dir ", "\n  --timeout ", "else 15)\n",
+          "\n  --connections ", "\nExit status:\n  0 ", "\n  2 ", "\n  3 ", "\n  4 ", "\n  64 ",
+          "\n  130 "})
+        EXPECT_NE(UsageText().find(item), std::string::npos) << item;
 }
 
 // The figures of a crawl, as plain lines only when they change.

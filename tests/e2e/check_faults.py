@@ -226,8 +226,7 @@ class Run(harness.Run):
         self.before = snapshot(self.folder)
         self.tmp_kept, self.old_folders = set(self.tmp_files()), {os.path.dirname(p) for p in self.files()}
 
-    def tmp_files(self):
-        return [p for p in self.files() if p.endswith(".tmp")]
+    tmp_files = lambda self: [p for p in self.files() if p.endswith(".tmp")]
 
     def during(self):
         if self.case.at_gate:

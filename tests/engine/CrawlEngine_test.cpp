@@ -160,9 +160,10 @@ TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBody) {
         sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nsecond", true);
     };
     sock(1).Receive("HTTP/1.0 200 OK\r\n\r\nfirst <a href='x.htm'>", true);
-    EXPECT_EQ(
-        std::tuple(engine.Slot(1).Attempts, ReadNativeFile(dir.NativePath("site/a.test/p.htm"))),
-        std::tuple(2, "second\r\n"));
+    // The finished job's socket is closed.
+    EXPECT_EQ(std::tuple(engine.Slot(1).Attempts,
+                         ReadNativeFile(dir.NativePath("site/a.test/p.htm")), sock(1).state),
+              std::tuple(2, "second\r\n", kSockClosed));
 }
 
 // What admission queues, the scheduler fetches and the save step names alike:

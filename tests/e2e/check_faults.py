@@ -155,7 +155,7 @@ CASES = [
     quick("refused", 4, 0, address="www.refused.test"),  # nothing listens on 127.0.0.2
     quick("early", 4, 3),  # 127.0.0.3 closes before reading the request
     quick("silent", 4, 3, fault=HOLD),
-    quick("noclose", 0, 3, fault=NOCLOSE),
+    quick("noclose", 0, 3, fault=NOCLOSE, says=(b"Done.: The website has been downloaded.\n",)),
     quick("reset", 0, 3, fault=RESET),
     # A reset behind the bytes is a close: the part is saved; so is a headless answer.
     # At load the bytes may be handled before the reset comes: the job then times

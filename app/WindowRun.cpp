@@ -18,16 +18,15 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     // Without a graphical session Qt would abort with advice about reinstalling.
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        std::fputs("vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
-                   "use the command line (vantorin --help), or make demo\n",
-                   stderr);
+        std::fputs(
+            "vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
+            "use the command line (vantorin --help), or make demo\n",
+            stderr);
         return 1;
     }
 #endif
     QApplication app(argc, argv);
     SetApplicationIcon();
-    // The program ends when the window's unload says so, not when it hides to reload.
-    QApplication::setQuitOnLastWindowClosed(false);
 
     QtDialogs dialogs;
     QtShellOpen shell;
@@ -35,7 +34,6 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     frmMain window(parts.engine, parts.vars, dialogs, shell);
     window.ShowNewSiteWizard = [&] { frmNew::ShowModal(parts.services, parts.engine, &window); };
     window.ShowFilterDialog = [&] { zFilter::ShowModeless(parts.services, &window); };
-    window.OnEndProgram = [] { QCoreApplication::quit(); };
 
     window.show();
     return QApplication::exec();

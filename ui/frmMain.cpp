@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFrame>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -51,6 +52,9 @@ frmMain::frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, Sh
       list1Model_(state_.List1),
       list2Model_(state_.List2) {
     setObjectName(QStringLiteral("frmMain"));
+    // The program ends when the exit question says so, not when the window
+    // hides to reload after a stop.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     setWindowTitle(QString::fromLatin1(kTitle));
     BuildControls();
     BuildMenu();
@@ -63,9 +67,9 @@ frmMain::frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, Sh
     engine_.onOutcome = [this](CrawlOutcome outcome) {
         if (outcome == CrawlOutcome::Stopped) ReloadWindow();
     };
-    engine_.onEndProgram = [this] {
-        if (OnEndProgram) OnEndProgram();
-    };
+    // exit(), not quit(): quit() would ask every window to close first, and so
+    // ask this window's exit question a second time.
+    engine_.onEndProgram = [] { QCoreApplication::exit(0); };
     Form_Load();
 }
 

@@ -30,16 +30,15 @@ namespace vantorin {
 class frmMain : public QMainWindow {
 public:
     // Tells the engine to report its outcomes here: a confirmed stop reloads
-    // the window, the exit ends the program through OnEndProgram.
+    // the window, the exit ends the program's event loop.
     frmMain(CrawlEngine& engine, CrawlVariables& vars, Dialogs& dialogs, ShellOpen& shell,
             QWidget* parent = nullptr);
     ~frmMain() override;
 
     // Set by the application: show the New Site Wizard modally; show the
-    // keyword filter dialog without waiting; end the program.
+    // keyword filter dialog without waiting.
     std::function<void()> ShowNewSiteWizard;
     std::function<void()> ShowFilterDialog;
-    std::function<void()> OnEndProgram;
 
     // --- load, activation, layout ---
     void Form_Load();

@@ -19,10 +19,9 @@ struct MainWindowWorld : EngineWorld<DialogsT> {
     MainWindowWorld() {
         window.ShowNewSiteWizard = [this] { ++wizards; };
         window.ShowFilterDialog = [this] { ++filterDialogs; };
-        window.OnEndProgram = [this] { ++ends; };
     }
     frmMain window{this->engine, this->vars, this->dialogs, this->shell};
-    int wizards = 0, filterDialogs = 0, ends = 0;
+    int wizards = 0, filterDialogs = 0;
 };
 
 class UiTest : public ::testing::Test, public MainWindowWorld<ScriptedDialogs> {};
@@ -88,17 +87,45 @@ TEST_F(UiTest, KeysButtonsAndMenusReachTheirVerbsAndExitAsksFirst) {
     window.command(3)->click();
     EXPECT_EQ(filterDialogs, 1);
 
-    dialogs.answers = {kAnswerNo};
-    EXPECT_FALSE(window.close());  // answered inside the close
-    // Answered later: No keeps the window and asks nothing more; Yes closes it.
-    dialogs.holdAnswers = true;
-    for (const int answer : {kAnswerNo, kAnswerYes}) {
-        QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
-        EXPECT_TRUE(window.isVisible());
-        dialogs.held.back()(answer);
+    window.hide();
+}
+
+// Ctrl+Q, File > Exit and the window's close button, idle and crawling: each
+// asks once; No keeps the window shown and the crawl running, Yes stops the
+// crawl and ends the event loop.
+TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
+    const std::pair<const char*, void (*)(frmMain&)> ways[] = {
+        {"Ctrl+Q", [](frmMain& w) { QTest::keyClick(&w, Qt::Key_Q, Qt::ControlModifier); }},
+        {"File > Exit", [](frmMain& w) { w.findChild<QAction*>("mnuexit")->trigger(); }},
+        {"close button", [](frmMain& w) { w.close(); }}};
+    for (const auto& [way, leave] : ways) {
+        for (const bool crawling : {false, true}) {
+            SCOPED_TRACE(::testing::Message() << way << (crawling ? ", crawling" : ", idle"));
+            MainWindowWorld<ScriptedDialogs> w;
+            w.dialogs.holdAnswers = true;
+            w.window.show();
+            QApplication::setActiveWindow(&w.window);
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&w.window));
+            w.state.SetText1("a.test");
+            if (crawling) w.window.Command1_Click();
+            leave(w.window);
+            ASSERT_EQ(w.dialogs.held.size(), 1u);
+            w.dialogs.held.back()(kAnswerNo);
+            EXPECT_EQ(std::tuple(w.window.isVisible(), w.engine.Running()),
+                      std::tuple(true, crawling));
+            QTimer::singleShot(0, [&] {
+                leave(w.window);
+                w.dialogs.held.back()(kAnswerYes);
+            });
+            QTimer leftRunning;
+            QObject::connect(&leftRunning, &QTimer::timeout, [] { QCoreApplication::exit(99); });
+            leftRunning.start(3000);
+            EXPECT_EQ(QCoreApplication::exec(), 0);
+            EXPECT_EQ(std::tuple(w.dialogs.held.size(), w.window.isVisible(), w.engine.Running()),
+                      std::tuple(2u, false, false));
+            EXPECT_TRUE(StartsWith(w.dialogs.asked.back(), "Exit Vantorin 68: "));
+        }
     }
-    EXPECT_EQ(std::tuple(dialogs.held.size(), window.isVisible(), ends), std::tuple(2u, false, 1));
-    EXPECT_TRUE(StartsWith(dialogs.asked.at(2), "Exit Vantorin 68: "));
 }
 
 // What is typed reaches the state, Enter starts, and the cleaned address

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QStyle>
 
@@ -21,7 +22,16 @@ zFilter::zFilter(SetupServices& services, QWidget* parent) : QDialog(parent), se
 }
 
 zFilter* zFilter::ShowModeless(SetupServices& services, QWidget* parent) {
+    // One dialog at a time: a second one would show the keywords as they were
+    // loaded, and closing it would write that older list over the first one's.
+    static QPointer<zFilter> shown;
+    if (shown) {
+        shown->raise();
+        shown->activateWindow();
+        return shown;
+    }
     auto* dialog = new zFilter(services, parent);
+    shown = dialog;
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setModal(false);
     dialog->show();

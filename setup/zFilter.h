@@ -23,7 +23,8 @@ class zFilter : public QDialog {
 public:
     explicit zFilter(SetupServices& services, QWidget* parent = nullptr);
 
-    // Opens a dialog without waiting for it; it deletes itself once closed.
+    // Opens the dialog without waiting for it, or brings the open one to the
+    // front; it deletes itself once closed.
     static zFilter* ShowModeless(SetupServices& services, QWidget* parent);
 
     void Command1_Click();  // Add

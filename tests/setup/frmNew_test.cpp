@@ -217,7 +217,8 @@ TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
 }
 
 // The keyword filters opened from the modal wizard take input beside it, the
-// wizard still takes its own, and closing the wizard closes them, written.
+// wizard still takes its own, Filters pressed again brings the same dialog
+// forward, and closing the wizard closes it, written.
 // Keywords are trimmed and upper-cased; a blank one is not added, a repeat in
 // any case is refused with a box; removing the last item leaves none
 // selected; Clear answered No keeps the list.
@@ -229,15 +230,23 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     QTimer::singleShot(0, [&] {
         auto* wizard = dynamic_cast<frmNew*>(QApplication::activeModalWidget());
         ASSERT_NE(wizard, nullptr);
+        const auto open = [] {
+            std::vector<zFilter*> found;
+            for (QWidget* top : QApplication::topLevelWidgets())
+                if (auto* opened = dynamic_cast<zFilter*>(top); opened && opened->isVisible())
+                    found.push_back(opened);
+            return found;
+        };
         Click(wizard->Command8);
-        for (QWidget* top : QApplication::topLevelWidgets())
-            if (auto* opened = dynamic_cast<zFilter*>(top)) filters = opened;
-        ASSERT_FALSE(filters.isNull());
+        ASSERT_EQ(open().size(), 1u);
+        filters = open()[0];
         ASSERT_TRUE(QTest::qWaitForWindowExposed(filters));
         for (const char* typed : {" ads ", "Ads", "   ", "pop up", "track"}) {
             filters->Text1->setText(typed);
             Click(filters->Command1);
         }
+        Click(wizard->Command8);  // pressed again: the same dialog, its list as it stands
+        EXPECT_EQ(open(), std::vector<zFilter*>{filters.data()});
         EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->Text1->text()),
                   std::tuple(Strings{"ADS", "POP UP", "TRACK"}, std::size_t{1}, QString()));
         filters->List1->setCurrentRow(2);  // the last goes, and nothing more after it

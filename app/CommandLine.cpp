@@ -48,7 +48,7 @@ std::string UsageText() {
            "  --url ADDRESS      the site to download (plain HTTP, always port 80)\n"
            "  --dir FOLDER       the folder the mirror is saved in\n"
            "  --timeout SECONDS  per-file timeout, from 0.001 to 2147483\n"
-           "                     (default: the stored setting, else 15)\n"
+           "                     (default 15)\n"
            "  --connections N    connections at once, 1 to 24 (default 4)\n"
            "\n"
            "Exit status:\n"

@@ -13,7 +13,7 @@ struct CommandLine {
     Action action = Action::Window;
     std::string url;
     std::string dir;
-    std::string timeout;            // empty: the stored setting, else "15"
+    std::string timeout;            // empty: 15 seconds, as a first start shows
     std::string connections = "4";  // chosen from txtMax's list: "1" to "24"
     std::string error;              // why the line was refused
 };

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <cstdio>
+#include <map>
 
 #include "app/CommandLine.h"
 #include "app/CrawlReport.h"
@@ -28,6 +29,21 @@ public:
     void OpenAddress(const std::string&) override {}
 };
 
+// A run's options hold for that run alone: nothing is read from the stored
+// settings (the timeout defaults to 15 s whatever the window stored) and
+// nothing the run types is stored for the window's next start.
+class RunOnlySettings : public SettingsStore {
+public:
+    std::string Read(const std::string& key, const std::string& defaultValue) override {
+        const auto it = values_.find(key);
+        return it == values_.end() ? defaultValue : it->second;
+    }
+    void Put(const std::string& key, const std::string& value) override { values_[key] = value; }
+
+private:
+    std::map<std::string, std::string> values_;
+};
+
 void PrintLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stderr);
 }
@@ -46,7 +62,8 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     ProgressLine progress(isatty(STDERR_FILENO) == 1);
     HeadlessDialogs dialogs;
     NoShell shell;
-    ProgramParts parts(dialogs, shell);
+    RunOnlySettings settings;
+    ProgramParts parts(dialogs, shell, settings);
     CrawlEngine& engine = parts.engine;
     // What the hidden main window's load would do.
     engine.ResetForReload();

@@ -24,7 +24,7 @@ std::string NativePageText(const std::string& path) {
 
 }  // namespace
 
-ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell)
+ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell, SettingsStore& settings)
     : vars(StartingVariables()),
       fs(vars.TargetFolder, FindProgramFolder()),
       services{vars, fs, settings, dialogs},

@@ -1,6 +1,7 @@
 // The program's parts, wired the same way for the window and the command
 // line: the crawl variables, the guarded file system, the settings and the
-// engine. Only the dialogs and the shell differ; no widget is made here.
+// engine. The dialogs, the shell and the settings store differ (the command
+// line keeps its settings for the run alone); no widget is made here.
 #pragma once
 
 #include <string>
@@ -9,7 +10,7 @@
 #include "output/CrawlVariables.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
-#include "platform/QtSettingsStore.h"
+#include "platform/SettingsStore.h"
 #include "platform/ShellOpen.h"
 #include "setup/SetupServices.h"
 
@@ -17,11 +18,10 @@ namespace vantorin {
 
 // Needs the application object to exist first (sockets and timers are Qt's).
 struct ProgramParts {
-    ProgramParts(Dialogs& dialogs, ShellOpen& shell);
+    ProgramParts(Dialogs& dialogs, ShellOpen& shell, SettingsStore& settings);
 
     CrawlVariables vars;
     FileSystem fs;
-    QtSettingsStore settings;
     SetupServices services;
     CrawlEngine engine;
 };

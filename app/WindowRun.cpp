@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "app/ProgramParts.h"
+#include "platform/QtSettingsStore.h"
 #include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "platform/gui/QtShellOpen.h"
@@ -30,7 +31,8 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
 
     QtDialogs dialogs;
     QtShellOpen shell;
-    ProgramParts parts(dialogs, shell);
+    QtSettingsStore settings;
+    ProgramParts parts(dialogs, shell, settings);
     frmMain window(parts.engine, parts.vars, dialogs, shell);
     window.ShowNewSiteWizard = [&] { frmNew::ShowModal(parts.services, parts.engine, &window); };
     window.ShowFilterDialog = [&] { zFilter::ShowModeless(parts.services, &window); };

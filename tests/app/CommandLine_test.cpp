@@ -50,7 +50,7 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
     // What a script reads the help for: both forms of the command, every
     // option the parser takes, the timeout's default and every exit status.
     for (const std::string item :
-         {"--help | --version\n", "\n  --url ", "\n  --dir ", "\n  --timeout ", "else 15)\n",
+         {"--help | --version\n", "\n  --url ", "\n  --dir ", "\n  --timeout ", "(default 15)\n",
           "\n  --connections ", "\nExit status:\n  0 ", "\n  2 ", "\n  3 ", "\n  4 ", "\n  64 ",
           "\n  130 "})
         EXPECT_NE(UsageText().find(item), std::string::npos) << item;

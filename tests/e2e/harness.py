@@ -89,10 +89,10 @@ class Run:
     # installed, the program folder is mounted read-only, as /usr/bin is to a
     # user, so the program keeps its files (given in files) in
     # $XDG_DATA_HOME/Vantorin instead. `unset`: the environment variables the
-    # program must not see.
+    # program must not see; `settings`: the settings file the window left.
     out_folder, cwd = "mirror", None
 
-    def __init__(self, name, host, args, files=None, installed=False, unset=()):
+    def __init__(self, name, host, args, files=None, installed=False, unset=(), settings=None):
         self.folder, self.host = os.path.join(WORK, name), host
         self.program_folder, self.config = (os.path.join(self.folder, n) for n in ("program", "config"))
         self.out, data_home = os.path.join(self.folder, self.out_folder), os.path.join(self.folder, "data")
@@ -104,6 +104,9 @@ class Run:
             write(os.path.join(self.files_folder, relative), data)
         if installed:
             read_only(self.program_folder)
+        self.conf = os.path.join(self.config, "Vantorin", "Vantorin.conf")
+        if settings is not None:
+            write(self.conf, settings)
         os.makedirs(os.path.join(self.folder, "runtime"), mode=0o700)
         env = {k: v for k, v in os.environ.items() if k not in unset}
         env.update(XDG_CONFIG_HOME=self.config, XDG_DATA_HOME=data_home, XDG_RUNTIME_DIR=self.folder + "/runtime")

@@ -42,9 +42,11 @@ std::vector<std::string> AddressHints(std::string_view address) {
 
 std::string PlaceholderHint(std::int64_t placeholders) {
     if (placeholders <= 0) return {};
+    // Whether the run that left them finished is not known: a finished crawl
+    // keeps the placeholders of folders it did not make.
     return "Hint: the folder holds " + CountOf(placeholders, "placeholder", "placeholders") +
-           " (\".tmp\") from an earlier run that did not finish; their pages count as already "
-           "queued and will be skipped. Choose a new folder to get them.";
+           " (\".tmp\") from an earlier run; their pages count as already queued and will be "
+           "skipped. Choose a new folder to get them.";
 }
 
 }  // namespace vantorin

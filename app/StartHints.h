@@ -1,6 +1,6 @@
 // The command line's hints at start, one line each: an address that will not
-// do what its writer likely means, and placeholders an interrupted earlier
-// run left in the target folder. Hints only: the crawl runs as the window
+// do what its writer likely means, and placeholders an earlier run left in
+// the target folder. Hints only: the crawl runs as the window
 // would run it.
 #pragma once
 

@@ -21,7 +21,8 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         std::fputs(
             "vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
-            "use the command line (vantorin --help), or make demo\n",
+            "use the command line instead: vantorin --url ADDRESS --dir FOLDER (see vantorin "
+            "--help)\n",
             stderr);
         return 1;
     }

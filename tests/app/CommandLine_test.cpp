@@ -103,9 +103,8 @@ TEST(StartHints, NameWhatTheAddressWillNotDoAndThePlaceholdersLeftBehind) {
               "Hint: the address names a port (\":8080\"); the port is always 80, and "
               "\"www.a.test:8080\" is taken as the host name.");
     EXPECT_EQ(PlaceholderHint(0) + "|" + PlaceholderHint(1),
-              "|Hint: the folder holds 1 placeholder (\".tmp\") from an earlier run that did not "
-              "finish; their pages count as already queued and will be skipped. Choose a new "
-              "folder to get them.");
+              "|Hint: the folder holds 1 placeholder (\".tmp\") from an earlier run; their pages "
+              "count as already queued and will be skipped. Choose a new folder to get them.");
     EXPECT_NE(PlaceholderHint(1234).find("holds 1,234 placeholders"), std::string::npos);
 }
 

@@ -76,7 +76,7 @@ class EndToEnd(unittest.TestCase):
             ("connections-24", ["--url", HOST + "/a.html", "--connections", "24", *quick], 0, DONE_LINE),
             ("hint", ["--url", "https://" + HOST + "/", *quick], 4, b'Hint: the address starts with "https://"'),
             ("no-display", [], 1, b"no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
-                                  b"use the command line (vantorin --help), or make demo\n"),
+                                  b"use the command line instead: vantorin --url ADDRESS --dir FOLDER (see vantorin --help)\n"),
         ]:
             with self.subTest(name):
                 run = Run(name, HOST, args, unset=("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"))

@@ -8,13 +8,13 @@ namespace vantorin {
 
 std::string MessageLine(const std::string& text, const std::string& title, bool yesNo) {
     std::string joined;
+    if (yesNo) return joined;
     std::size_t start = 0;
     while (start <= text.size()) {
         std::size_t end = text.find_first_of("\r\n", start);
         if (end == std::string::npos) end = text.size();
         const std::string line = Trim(std::string_view(text).substr(start, end - start));
-        if (!line.empty() && !(yesNo && line.back() == '?'))
-            joined += (joined.empty() ? "" : " ") + line;
+        if (!line.empty()) joined += (joined.empty() ? "" : " ") + line;
         start = end + 1;
     }
     return joined.empty() ? joined : title + ": " + joined;

@@ -1,6 +1,6 @@
 // The message and input boxes of the headless run: every message is printed
-// to stderr, every Yes/No question is answered No, OK boxes OK, input boxes
-// cancelled.
+// to stderr, every Yes/No question is answered No without a word (the command
+// line says its own closing lines), OK boxes OK, input boxes cancelled.
 #pragma once
 
 #include <functional>
@@ -20,9 +20,8 @@ public:
     std::function<void()> beforePrint;
 };
 
-// "Title: text" on one line, the box's lines joined by blanks. A Yes/No box
-// is answered No by the command line itself, so its question lines are left
-// out; "" when nothing else is left.
+// "Title: text" on one line, the box's lines joined by blanks; "" for a
+// Yes/No box, which the command line answers itself.
 std::string MessageLine(const std::string& text, const std::string& title, bool yesNo);
 
 }  // namespace vantorin

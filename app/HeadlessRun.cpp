@@ -14,6 +14,7 @@
 #include "app/ProgressLine.h"
 #include "app/StartHints.h"
 #include "app/StopSignals.h"
+#include "app/UnsavedPages.h"
 #include "output/Records.h"
 #include "setup/FolderRules.h"
 #include "setup/WizardSteps.h"
@@ -71,6 +72,14 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     dialogs.beforePrint = [&] { progress.Break(); };
     engine.onOutcome = [](CrawlOutcome outcome) {
         if (outcome == CrawlOutcome::SiteComplete) QCoreApplication::exit(kExitDone);
+    };
+    UnsavedPages unsaved;
+    engine.onPageSaved = [&](bool written) {
+        if (!unsaved.Note(written) || !engine.Running()) return;
+        progress.Break();
+        PrintLine(unsaved.GaveUpLine());
+        engine.StopNOW();
+        QCoreApplication::exit(kExitWriteFailed);
     };
     StopSignals stopSignals([&] {
         progress.Break();

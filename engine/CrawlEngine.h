@@ -84,6 +84,8 @@ public:
 
     // Told how a crawl ended, and when the exit has unloaded the window.
     std::function<void(CrawlOutcome)> onOutcome;
+    // Told after each finished download's save whether its file was written.
+    std::function<void(bool written)> onPageSaved;
     std::function<void()> onEndProgram;
 
     // --- the window's load (and reload after a stop) ---

@@ -147,7 +147,8 @@ void CrawlEngine::SaveFinishedJob(int i) {
     // SaveFile reads the response before it first yields, so no copy is needed.
     const ConnectionSlot& s = Slot(i);
     std::string name = "\\" + s.Host + s.Path;
-    SaveFile(s.Response, name, s.Host, mirror_, state_.FilesDone);
+    const bool written = SaveFile(s.Response, name, s.Host, mirror_, state_.FilesDone);
+    if (onPageSaved) onPageSaved(written);
 }
 
 // The page's folder address, for the links found in it. The row is reset only

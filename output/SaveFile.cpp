@@ -89,9 +89,9 @@ void RemoveOwnHostLinks(std::string& text, const std::string& slotHost) {
 
 }  // namespace
 
-void SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
+bool SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
               Mirror& m, std::int32_t& filesDone) {
-    if (IsCancel(received)) return;
+    if (IsCancel(received)) return false;
     // The slot may be reused while this save yields; keep the host it had.
     const std::string host(slotHost);
     // The timeout's name (" \ host/path") puts its file in a " host" folder
@@ -129,7 +129,7 @@ void SaveFile(const std::string& received, std::string& address, std::string_vie
     ReplaceIn(text, "script ", " !-- script ");
 
     text += "\r\n";
-    m.fs.WriteWhole(savePath, text, !timeoutName);
+    const bool written = m.fs.WriteWhole(savePath, text, !timeoutName);
     // Released before the yields, so saves running inside them do not stack copies.
     std::string().swap(text);
     std::string lowered = LCase(savePath);
@@ -141,6 +141,7 @@ void SaveFile(const std::string& received, std::string& address, std::string_vie
     RunPending(m.yield);
     m.fs.DeleteFile(savePathBeforeRename + ".tmp");
     ++filesDone;
+    return written;
 }
 
 }  // namespace vantorin

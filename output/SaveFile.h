@@ -17,8 +17,8 @@ namespace vantorin {
 // slot that fetched it ("" for a slot number outside 1..24). `filesDone` is
 // raised by one at the end, whatever happened to the write. `received` is
 // read only before the first yield, so a caller may pass text that a handler
-// running inside the yields later changes.
-void SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
+// running inside the yields later changes. True when the file was written.
+bool SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
               Mirror& m, std::int32_t& filesDone);
 
 }  // namespace vantorin

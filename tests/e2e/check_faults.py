@@ -72,6 +72,7 @@ RESET = lambda h, pause=0.05: stream(h, [RESET_HEAD + b"r" * RESET_SENT], "reset
 # A byte every 0.05 s after the header, until the client goes away.
 DRIP = lambda h: stream(h, itertools.chain([b"HTTP/1.0 200 OK\r\n\r\n"], itertools.repeat(b"d")), pause=0.05)
 DEFAULTS = dict(timeout="5", pages={}, links=[], fault=lambda h: h.send(LEAF), seconds=(0, 30), connections=None,
+                most=None,
                 saved=None, files=None, stop_at=None, wait=0.2, rss=100 * MIB, tmpfs=None, plant={}, before=None,
                 at_gate=None, out=TARGET, installed=False, fetched=set())
 
@@ -82,7 +83,8 @@ class Case:
     # `plant` (files in the host folder) and before(run) ahead of the start,
     # at_gate(run) once the start page is saved and four pages wait on the
     # server; `files`: the mirror's files but the log; `saved`: a file and the
-    # contents (or sizes) it may have; `fetched`: paths that must be asked for.
+    # contents (or sizes) it may have; `fetched`: paths that must be asked for;
+    # `most`: the most requests the run may make.
     def __init__(self, name, status, says=(), **options):
         self.__dict__.update({**DEFAULTS, "address": f"www.{name}.test", **options}, name=name, status=status, says=says)
         if self.links:
@@ -109,6 +111,12 @@ listed = lambda name, *pages: [f"_SearchData/{name}.test.txt"] + [f"{name}.test/
 
 FULL = (b"files could not be written:", b"No space left on device")
 SITE = {"links": [b"ok.html"]}
+# 38 pages that all link each other. A link whose placeholder cannot be written
+# is not known, so it is queued again each time a page links it: the command
+# line gives up once almost none of the last 200 pages could be saved.
+LOOP = fill(38)
+LOOPING = dict(links=LOOP, fault=lambda h: h.send(page(LOOP)), seconds=(0, 20), most=2 * 39 + 200 + 24)
+GAVE_UP = b" of the last 200 pages could not be saved; the folder refuses writes.\n"
 FOLDER_FAULTS = [
     Case("full256", 3, FULL, links=fill(40), tmpfs="256k"),
     Case("full2m", 3, FULL, links=fill(70), tmpfs="2m"),
@@ -118,6 +126,11 @@ FOLDER_FAULTS = [
     # its retry, so the count is not pinned.
     Case("readonly", 3, (b"files could not be written:", b"Read-only file system"), links=fill(8),
          tmpfs="2m", at_gate=lambda run: read_only(run.mount_point, bind=False)),
+    Case("roloop", 3, (GAVE_UP, b"roloop.test/p", b"Read-only file system"), plant={"keep.txt": b"x"},
+         before=lambda run: read_only(os.path.join(run.out, run.host[4:])), **LOOPING),
+    # Full to its last block and its last file: not even an empty file can be made.
+    Case("fullloop", 3, (GAVE_UP, *FULL), tmpfs="256k,nr_inodes=200", at_gate=lambda run: os.system(
+        f"cd {run.out} && cat /dev/zero >fill 2>&-; i=0; while : >i$i 2>&-; do i=$((i+1)); done"), **LOOPING),
     Case("file", 3, (b"2 files could not be written:", b"file.test/sub/a.html: Not a directory"),
          links=[b"sub/a.html", b"sub/b.html", b"ok.html"], plant={"sub": b"f"}),
     Case("longname", 3, (b"1 file could not be written:", b".html: File name too long"),
@@ -157,7 +170,7 @@ CASES = [
     quick("refused", 4, 0, address="www.refused.test"),  # nothing listens on 127.0.0.2
     quick("early", 4, 3),  # 127.0.0.3 closes before reading the request
     quick("silent", 4, 3, fault=HOLD),
-    quick("noclose", 0, 3, fault=NOCLOSE, says=(b"Done.: The website has been downloaded.\n",)),
+    quick("noclose", 0, 3, fault=NOCLOSE),
     quick("reset", 0, 3, fault=RESET),
     # A reset behind the bytes is a close: the part is saved; so is a headless answer.
     # At load the bytes may be handled before the reset comes: the job then times
@@ -208,6 +221,7 @@ def snapshot(top):
 class Run(harness.Run):
     def __init__(self, case):
         self.case, self.cwd, case.gate = case, "box/cwd", threading.Event()
+        self.limit = case.seconds[1] + 10
         self.mount_point = os.path.join(harness.WORK, case.name, "box/l1/l2/l3")
         deep = 4062 - len(self.mount_point)
         self.out_folder = case.out or os.path.join("box/l1/l2/l3", *["d" * 100] * (deep // 101),
@@ -287,6 +301,11 @@ class Faults(unittest.TestCase):
                 self.assertLessEqual(case.fetched, {p for p, _ in run.requests})
                 if case.connections is not None:
                     self.assertEqual(len(run.requests), case.connections)
+                if case.most is not None:
+                    self.assertLessEqual(len(run.requests), case.most)
+                # The closing lines agree with the exit status: the done line
+                # only on standard output, and only with 0.
+                self.assertNotIn(b"The website has been downloaded.", run.stderr)
                 self.assertEqual(run.status, 130 if case.stop_at else case.status, err)
                 if case.stop_at:
                     self.assertEqual((run.running_at_stop, b"Interrupted: stopping the crawl.\n" in run.stderr,

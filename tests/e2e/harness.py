@@ -5,6 +5,7 @@
 import collections
 import os
 import shutil
+import signal
 import socket
 import socketserver
 import subprocess
@@ -90,7 +91,7 @@ class Run:
     # user, so the program keeps its files (given in files) in
     # $XDG_DATA_HOME/Vantorin instead. `unset`: the environment variables the
     # program must not see; `settings`: the settings file the window left.
-    out_folder, cwd = "mirror", None
+    out_folder, cwd, limit = "mirror", None, 90
 
     def __init__(self, name, host, args, files=None, installed=False, unset=(), settings=None):
         self.folder, self.host = os.path.join(WORK, name), host
@@ -119,11 +120,15 @@ class Run:
                                      stderr=subprocess.PIPE, env=env, process_group=0,
                                      cwd=self.cwd and os.path.join(self.folder, self.cwd))
         self.during()
-        self.stdout, self.stderr = self.proc.communicate()
+        try:
+            self.stdout, self.stderr = self.proc.communicate(timeout=self.limit)
+        except subprocess.TimeoutExpired:  # a run that would never end fails its checks instead
+            os.killpg(self.proc.pid, signal.SIGKILL)
+            self.stdout, self.stderr = self.proc.communicate()
         self.ended, self.status, self.requests = time.monotonic(), self.proc.returncode, LOG.pop(host, [])
         self.seconds = self.ended - started
-        with open(rss_file) as f:  # after a line on an exit status that is not 0
-            self.peak_rss_kib = int(f.read().split()[-1])
+        with open(rss_file) as f:  # after a line on an exit status that is not 0; none when killed
+            self.peak_rss_kib = int((f.read().split() or [0])[-1])
         if installed:
             subprocess.run(["umount", self.program_folder], check=True)
 

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

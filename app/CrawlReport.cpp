@@ -1,7 +1,7 @@
 #include "app/CrawlReport.h"
 
 #include "app/CommandLine.h"
-#include "platform/NumberText.h"
+#include "text/CountText.h"
 
 namespace vantorin {
 

@@ -1,35 +1,16 @@
 #include "app/ProgramParts.h"
 
-#include <QCoreApplication>
-
 #include "platform/DefaultFolder.h"
-#include "platform/PageText.h"
+#include "platform/PageTextFile.h"
 #include "platform/ProgramFolder.h"
 #include "platform/QtSocket.h"
 #include "platform/QtTimer.h"
 
 namespace vantorin {
 
-namespace {
-
-CrawlVariables StartingVariables() {
-    CrawlVariables vars;
-    vars.TargetFolder = DefaultTargetFolder();
-    return vars;
-}
-
-std::string NativePageText(const std::string& path) {
-    return VisiblePageText(FileSystem::ToNative(path).string());
-}
-
-}  // namespace
-
-ProgramParts::ProgramParts(Dialogs& dialogs, ShellOpen& shell, SettingsStore& settings)
-    : vars(StartingVariables()),
-      fs(vars.TargetFolder, FindProgramFolder()),
-      services{vars, fs, settings, dialogs},
-      engine(vars, fs,
-             {dialogs, shell, NativePageText, [] { QCoreApplication::processEvents(); },
-              QtSocketFactory(), QtTimerFactory()}) {}
+ProgramParts::ProgramParts()
+    : files(DefaultTargetFolder(), FindProgramFolder()),
+      engine({files, filters, VisiblePageText, loop, QtSocketFactory(), QtTimerFactory(),
+              DefaultTargetFolder()}) {}
 
 }  // namespace vantorin

@@ -1,28 +1,23 @@
-// The program's parts, wired the same way for the window and the command
-// line: the crawl variables, the guarded file system, the settings and the
-// engine. The dialogs, the shell and the settings store differ (the command
-// line keeps its settings for the run alone); no widget is made here.
+// The program's parts, made the same way for the window and the command line:
+// the program's file system, the keyword filters, the event loop the jobs
+// wait in, and the engine. No widget is made here.
 #pragma once
 
-#include <string>
-
 #include "engine/CrawlEngine.h"
-#include "output/CrawlVariables.h"
-#include "platform/Dialogs.h"
+#include "extractor/KeywordFilters.h"
 #include "platform/FileSystem.h"
-#include "platform/SettingsStore.h"
-#include "platform/ShellOpen.h"
-#include "setup/SetupServices.h"
+#include "platform/QtEventLoop.h"
 
 namespace vantorin {
 
 // Needs the application object to exist first (sockets and timers are Qt's).
 struct ProgramParts {
-    ProgramParts(Dialogs& dialogs, ShellOpen& shell, SettingsStore& settings);
+    ProgramParts();
 
-    CrawlVariables vars;
-    FileSystem fs;
-    SetupServices services;
+    // The program folder, and the target folder once one is chosen.
+    FileSystem files;
+    KeywordFilters filters;
+    QtEventLoop loop;
     CrawlEngine engine;
 };
 

@@ -3,19 +3,18 @@
 #include <cstdio>
 
 #include "engine/CrawlEngine.h"
-#include "platform/NumberText.h"
+#include "text/CountText.h"
 
 namespace vantorin {
 
 ProgressFigures FiguresOf(const CrawlEngine& engine) {
-    const CrawlState& state = engine.State();
+    const CrawlModel& model = engine.Model();
     ProgressFigures f;
-    f.filesDone = state.FilesDone;
-    f.queued = state.List1.ListCount();
-    f.bytes = state.TotalBytes;
-    for (int i = 1; i <= kSlotCount; ++i) {
-        if (engine.Sock(i).State() != kSockClosed) ++f.busyConnections;
-    }
+    f.filesDone = model.filesDone;
+    f.queued = static_cast<std::int64_t>(model.queue.Count());
+    f.bytes = model.bytesReceived;
+    for (int i = 1; i <= kConnectionCount; ++i)
+        if (!engine.ConnectionAt(i).IsFree()) ++f.busyConnections;
     return f;
 }
 

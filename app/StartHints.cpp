@@ -1,7 +1,8 @@
 #include "app/StartHints.h"
 
-#include "platform/NumberText.h"
-#include "platform/Text.h"
+#include "text/CountText.h"
+#include "text/Scheme.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -32,7 +33,7 @@ std::vector<std::string> AddressHints(std::string_view address) {
         return {
             "Hint: the address starts with \"https://\"; this program speaks plain HTTP on "
             "port 80 only, and takes \"https:\" as the host name."};
-    std::string host = Left(LCase(text), 7) == "http://" ? Mid(text, 8) : text;
+    std::string host = DropHttp(text);
     host = host.substr(0, host.find_first_of("/\\"));
     if (const std::size_t colon = host.find(':'); colon != std::string::npos)
         return {"Hint: the address names a port (\"" + host.substr(colon) +

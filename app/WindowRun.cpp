@@ -9,9 +9,9 @@
 #include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "platform/gui/QtShellOpen.h"
-#include "setup/frmNew.h"
-#include "setup/zFilter.h"
-#include "ui/frmMain.h"
+#include "setup/KeywordFiltersDialog.h"
+#include "setup/NewSiteWizard.h"
+#include "ui/MainWindow.h"
 
 extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     using namespace vantorin;
@@ -19,11 +19,10 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     // Without a graphical session Qt would abort with advice about reinstalling.
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        std::fputs(
-            "vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
-            "use the command line instead: vantorin --url ADDRESS --dir FOLDER (see vantorin "
-            "--help)\n",
-            stderr);
+        std::fputs("vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
+                   "use the command line instead: vantorin --url ADDRESS --dir FOLDER (see "
+                   "vantorin --help)\n",
+                   stderr);
         return 1;
     }
 #endif
@@ -33,10 +32,11 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     QtDialogs dialogs;
     QtShellOpen shell;
     QtSettingsStore settings;
-    ProgramParts parts(dialogs, shell, settings);
-    frmMain window(parts.engine, parts.vars, dialogs, shell);
-    window.ShowNewSiteWizard = [&] { frmNew::ShowModal(parts.services, parts.engine, &window); };
-    window.ShowFilterDialog = [&] { zFilter::ShowModeless(parts.services, &window); };
+    ProgramParts parts;
+    SetupServices services{parts.engine, parts.files, parts.filters, settings, dialogs};
+    MainWindow window(parts.engine, dialogs, shell);
+    window.openNewSiteWizard = [&] { return NewSiteWizard::Open(services, &window); };
+    window.openFilters = [&] { KeywordFiltersDialog::Open(services, &window); };
 
     window.show();
     return QApplication::exec();

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "app/HeadlessRun.h"
+#include "app/CommandLineCrawl.h"
 #include "platform/MemoryPolicy.h"
 #include "platform/WindowModule.h"
 

@@ -14,7 +14,7 @@
 #include "output/Mirror.h"
 #include "platform/FileSystem.h"
 #include "platform/StringList.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "output/Mirror.h"
 #include "output/SaveFile.h"
 #include "platform/FileSystem.h"
-#include "platform/PageText.h"
+#include "text/PageText.h"
 
 namespace {
 

@@ -1,111 +1,200 @@
-// The engine's construction, the window's load, the start of a crawl and the
-// row helpers.
+// The crawl as a whole: the program's start, a crawl's start, the counters,
+// and the ways a crawl ends (completion, a stop, the exit). What one
+// connection does with its job is in Connection.cpp; the tick in Scheduler.cpp.
 #include "engine/CrawlEngine.h"
 
 #include <limits>
 
 #include "extractor/AddressRules.h"
 #include "extractor/FileTypesList.h"
-#include "extractor/KeywordFilters.h"
 #include "output/LocalPath.h"
-#include "platform/Text.h"
+#include "output/Records.h"
+#include "text/Scheme.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
-CrawlEngine::CrawlEngine(CrawlVariables& vars, FileSystem& fs, EngineSeams seams)
-    : vars_(vars),
-      fs_(fs),
-      dialogs_(seams.dialogs),
-      shell_(seams.shell),
-      mirrorFs_(vars.TargetFolder, std::string()),
-      mirror_{vars, mirrorFs_, std::move(seams.pageText), std::move(seams.yield)} {
-    for (int i = 1; i <= kSlotCount; ++i) {
-        sockets_[Index(i)] = seams.sockets();
-        sockets_[Index(i)]->onConnected = [this, i] { Sock_Connect(i); };
-        sockets_[Index(i)]->onDataArrival = [this, i] { Sock_DataArrival(i); };
-        timeouts_[Index(i)] = seams.timers();
-        timeouts_[Index(i)]->SetEnabled(false);
-        timeouts_[Index(i)]->SetInterval(kDefaultTimeoutMs);
-        timeouts_[Index(i)]->onTimer = [this, i] { tmrOut_Timer(i); };
-    }
-    tmrMove_ = seams.timers();
-    tmrMove_->SetEnabled(false);
-    tmrMove_->SetInterval(kSchedulerTickMs);
-    tmrMove_->onTimer = [this] { tmrMove_Timer(); };
+CrawlEngine::CrawlEngine(EngineParts parts)
+    : programFiles_(parts.programFiles),
+      filters_(parts.filters),
+      loop_(parts.loop),
+      mirrorFiles_(std::string(), std::string()),
+      mirror_{{}, {}, {}, {}, mirrorFiles_, std::move(parts.pageText), parts.loop},
+      targetFolder_(std::move(parts.targetFolder)),
+      scheduler_(*this, parts.timers()) {
+    for (int i = 1; i <= kConnectionCount; ++i)
+        connections_[Index(i)] = std::make_unique<class Connection>(i, *this, parts.sockets(), parts.timers());
+    Load();
 }
 
-CrawlEngine::~CrawlEngine() {
-    // No event may reach a handler of an engine being taken down.
-    for (auto& socket : sockets_) {
-        socket->onConnected = nullptr;
-        socket->onDataArrival = nullptr;
-    }
-    for (auto& timer : timeouts_) timer->onTimer = nullptr;
-    tmrMove_->onTimer = nullptr;
+CrawlEngine::~CrawlEngine() = default;
+
+// --- the program's start, and the window's reload after a stop
+
+void CrawlEngine::Load() {
+    filters_.Load(programFiles_);
+    const int focusRequests = model_.addressFocusRequests;
+    model_ = CrawlModel{};
+    model_.addressFocusRequests = focusRequests;
+    for (auto& connection : connections_) connection->ResetSilence();
+    MakeFolder(programFiles_.ProgramFolder() + "\\dldata", programFiles_, mirror_.madeFolders);
 }
 
-void CrawlEngine::ResetForReload() {
-    LoadKeywordFilters(vars_.KeywordFilters, fs_);
-    state_.Reset();
-    // The reloaded window's timeout timers are new ones, as designed.
-    for (int i = 1; i <= kSlotCount; ++i) {
-        tmrOut(i).SetEnabled(false);
-        tmrOut(i).SetInterval(kDefaultTimeoutMs);
-    }
-    MakeFolder(fs_.ProgramFolder() + "\\dldata", vars_, fs_);
+void CrawlEngine::Reload() {
+    Load();
 }
 
-void CrawlEngine::ConnectNowNow() {
-    CloseAllSockets();
-    state_.List1.Clear();
-    state_.TotalBytes = 0;
-    state_.FilesDone = 0;
-    vars_.MadeFolders = "";
-    std::string text = Trim(state_.Text1());
-    if (Left(LCase(text), 7) == "http://") text = Mid(text, 8);
+// --- a crawl's start
+
+void CrawlEngine::SetAddress(std::string text) {
+    model_.address = std::move(text);
+}
+
+void CrawlEngine::SetTargetFolder(std::string folder) {
+    targetFolder_ = std::move(folder);
+}
+
+void CrawlEngine::Start() {
+    CloseAll();
+    model_.queue.Clear();
+    model_.bytesReceived = 0;
+    model_.filesDone = 0;
+    mirror_.madeFolders.clear();
+    std::string address = DropHttp(Trim(model_.address));
     // Any "www." anywhere, even after the host, counts as already prefixed.
-    if (!Contains(LCase(text), "www.")) text = "www." + text;
-    state_.SetText1(text);
-    state_.SetPauseEnabled(true);
-    vars_.SiteHost = Trim(Replace(CutHostAtDelimiter(text), "www.", ""));
-    vars_.FileTypeSet = LoadFileTypes(fs_);
-    state_.SetCommand1Enabled(false);
-    state_.SetCommand2Enabled(true);
-    vars_.LastSearchPage = "";
+    if (!Contains(LCase(address), "www.")) address = "www." + address;
+    model_.address = address;
+    model_.pauseAllowed = true;
+    mirror_.siteHost = Trim(Replace(CutHostAtDelimiter(address), "www.", ""));
+    wantedTypes_ = LoadFileTypes(programFiles_);
+    model_.phase = CrawlPhase::Running;
+    mirror_.lastSearchPage.clear();
+    mirror_.targetFolder = targetFolder_;
+    mirrorFiles_.SetTargetFolder(targetFolder_);
     // The start page is fetched directly; it never passes through the queue.
-    ConnectNext(state_.Text1());
-    state_.SetPauseEnabled(true);
-    tmrMove_->SetEnabled(true);
-    state_.SetText1Enabled(false);
-    state_.SetLabel6("Downloading Site [" + state_.Text1() + "]");
+    scheduler_.ConnectNext(address);
+    scheduler_.StartTicking();
+    model_.status = CrawlStatus::Downloading;
+    model_.statusSite = address;
 }
 
-void CrawlEngine::Text1_KeyDown(int keyCode) {
-    if (keyCode == 13) ConnectNowNow();
+// --- the connections box, and the timeout the wizard sets
+
+double CrawlEngine::ConnectionLimit() const {
+    return Val(model_.connectionLimit);
 }
 
-void CrawlEngine::SetSlotStatus(int i, const std::string& text) {
-    state_.SetRowStatus(i, text);
+void CrawlEngine::TypeConnectionLimit(std::string text) {
+    model_.connectionLimit = std::move(text);
+    // The message says 24, but typed counts from 24 up are refused; chosen
+    // from the list, 24 is taken. There is no lower bound.
+    if (IsNumeric(model_.connectionLimit) && ConnectionLimit() <= 23) return;
+    model_.connectionLimit = "4";
+    Tell({CrawlEvent::Kind::LimitRefused});
 }
 
-void CrawlEngine::ResetSlotRow(int i) {
-    state_.SetRowStatus(i, "Not Connected.");
-    state_.SetRowSize(i, "0 KB");
-    state_.SetRowReceived(i, "-");
+void CrawlEngine::ChooseConnectionLimit(std::string text) {
+    model_.connectionLimit = std::move(text);
+    if (!IsNumeric(model_.connectionLimit) || ConnectionLimit() > 23) return;
+    // A negative count would name rows that do not exist; those are skipped.
+    for (long long row = std::max(1LL, RoundHalfEven(ConnectionLimit()) + 1); row <= kConnectionCount;
+         ++row)
+        model_.Row(static_cast<int>(row)).Reset();
 }
 
-double CrawlEngine::ConnectionsCount() const {
-    return Val(state_.txtMax());
-}
-
-bool CrawlEngine::SetTimeoutInterval(int slot, long long ms) {
-    if (!ValidSlot(slot) || ms < 0 || ms > std::numeric_limits<int>::max()) return false;
-    tmrOut(slot).SetInterval(static_cast<int>(ms));
+bool CrawlEngine::SetSilenceTimeout(long long ms) {
+    if (ms < 0 || ms > std::numeric_limits<int>::max()) return false;
+    for (auto& connection : connections_) connection->SetSilenceInterval(static_cast<int>(ms));
     return true;
 }
 
-int CrawlEngine::TimeoutInterval(int slot) const {
-    return ValidSlot(slot) ? timeouts_[Index(slot)]->Interval() : 0;
+// --- the counters, on every tick
+
+void CrawlEngine::ShowCounts() {
+    model_.shown = {model_.filesDone, model_.bytesReceived, model_.queue.Count()};
+}
+
+// --- what the connections share
+
+Admission CrawlEngine::Admit() {
+    return {mirror_, wantedTypes_, filters_, model_.queue, model_.notTaken};
+}
+
+void CrawlEngine::Tell(CrawlEvent event) {
+    if (onEvent) onEvent(event);
+}
+
+bool CrawlEngine::AllClosed() const {
+    for (const auto& connection : connections_)
+        if (!connection->IsFree()) return false;
+    return true;
+}
+
+void CrawlEngine::CloseAll() {
+    for (auto& connection : connections_) connection->Close();
+}
+
+// --- how a crawl ends
+
+Task<> CrawlEngine::CompleteIfDone() {
+    if (model_.queue.Empty() && AllClosed()) co_await Complete();
+}
+
+Task<> CrawlEngine::Complete() {
+    if (!model_.Running()) co_return;  // already over: a second ending tells nothing
+    HardStop();
+    model_.status = CrawlStatus::Downloaded;
+    RemoveTempFiles(mirror_);
+    co_await NextTurn{loop_};
+    Tell({CrawlEvent::Kind::SiteDownloaded});
+}
+
+void CrawlEngine::HardStop() {
+    // The tick goes first so that no connection starts while they are torn down.
+    scheduler_.StopTicking();
+    RemoveTempFiles(mirror_);
+    model_.queue.Clear();
+    CloseAll();
+    for (auto& connection : connections_) connection->TearDown();
+    model_.phase = CrawlPhase::Idle;
+    ++model_.addressFocusRequests;
+}
+
+void CrawlEngine::Stop() {
+    jobs_.Start(StopSteps());
+}
+
+Task<> CrawlEngine::StopSteps() {
+    HardStop();
+    Tell({CrawlEvent::Kind::Stopped});
+    co_await NextTurn{loop_};
+    model_.status = CrawlStatus::Cancelled;
+    model_.pauseAllowed = false;
+}
+
+void CrawlEngine::Pause() {
+    scheduler_.StopTicking();
+}
+
+void CrawlEngine::Resume() {
+    // Also when no crawl runs: the tick then finds nothing to start.
+    scheduler_.StartTicking();
+}
+
+void CrawlEngine::Exit() {
+    jobs_.Start(ExitSteps());
+}
+
+Task<> CrawlEngine::ExitSteps() {
+    if (model_.Running()) HardStop();
+    RemoveTempFiles(mirror_);
+    co_await NextTurn{loop_};
+    scheduler_.StopTicking();
+    CloseAll();
+    // A scan that went on during that turn may have queued a placeholder; no
+    // job runs after the exit, so it is swept now or never.
+    RemoveTempFiles(mirror_);
+    Tell({CrawlEvent::Kind::Ended});
 }
 
 }  // namespace vantorin

@@ -1,6 +1,7 @@
 #include "extractor/AddressRules.h"
 
-#include "platform/Text.h"
+#include "text/Scheme.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -15,10 +16,6 @@ std::string GetExtension(std::string_view s) {
 
 namespace {
 
-bool HasHttpScheme(std::string_view trimmed) {
-    return Left(LCase(trimmed), 7) == "http://";
-}
-
 // The walk that stops at the first delimiter; the characters before it.
 template <typename IsDelimiter>
 std::string CutAt(std::string_view s, IsDelimiter isDelimiter) {
@@ -30,16 +27,14 @@ std::string CutAt(std::string_view s, IsDelimiter isDelimiter) {
 }  // namespace
 
 std::string StripHttp(std::string_view s) {
-    std::string t = Trim(s);
-    if (HasHttpScheme(t)) t = Mid(t, 8);
+    std::string t = DropHttp(Trim(s));
     ReplaceIn(t, "http:\\\\", "");
     ReplaceIn(t, "\\", "/");
     return t;
 }
 
 std::string UrlToPathPart(std::string_view s) {
-    std::string t = Trim(s);
-    if (HasHttpScheme(t)) t = Mid(t, 8);
+    std::string t = DropHttp(Trim(s));
     ReplaceIn(t, "www.", "");
     t = Trim(t);
     ReplaceIn(t, "/", "\\");

@@ -1,6 +1,6 @@
 // The small literal routines with which addresses are cut, cleaned and
 // resolved. They never parse an address; each follows fixed text rules.
-// ReverseText, LowerTrim and LastChar live in platform/Text.h.
+// ReverseText, LowerTrim and LastChar live in text/Strings.h.
 #pragma once
 
 #include <string>
@@ -25,8 +25,8 @@ std::string CutHostAtDelimiter(std::string_view s);
 // One "../" removed after the first "/../", the slash before it kept.
 std::string CutDotDotOnce(std::string_view s);
 // Every "/../" resolved by removing the segment it climbs out of; the removal
-// is a plain replace over the whole address, as designed ("/b" also goes from
-// inside "/bar").
+// is a plain replace over the whole address, so "/b" also goes from inside
+// "/bar".
 std::string ResolveDotDot(std::string_view s);
 
 }  // namespace vantorin

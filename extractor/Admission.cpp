@@ -6,7 +6,8 @@
 #include "extractor/AddressRules.h"
 #include "output/LocalPath.h"
 #include "output/Records.h"
-#include "platform/Text.h"
+#include "text/Scheme.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -21,8 +22,9 @@ constexpr std::array<std::string_view, 10> kClimbsAboveHost = {
     ".gov/..",  ".edu/..", ".org/..", ".net/..", ".com/..",
 };
 
+// The scheme is tested on the trimmed link and cut from the link as it is.
 void DropScheme(std::string& link) {
-    if (Left(LowerTrim(link), 7) == "http://") link = Mid(link, 8);
+    if (StartsWithHttp(Trim(link))) link = Mid(link, 8);
 }
 
 bool ClimbsAboveHost(const std::string& link) {
@@ -31,19 +33,14 @@ bool ClimbsAboveHost(const std::string& link) {
     return false;
 }
 
-// AppendToFile rewrites the path it is given; every record gets a fresh copy.
-void AppendRecord(const std::string& text, std::string path, Mirror& m) {
-    AppendToFile(text, path, m);
-}
-
 }  // namespace
 
-void AdmitLink(std::string link, StringList& queue, StringList& notTaken, Mirror& m) {
-    CrawlVariables& vars = m.vars;
+Admitted AdmitLink(std::string link, Admission& to) {
+    Mirror& m = to.mirror;
 
     DropScheme(link);
     // Deliberately loose: any address holding the site's host counts as on the site.
-    if (!Contains(LCase(link), LCase(vars.SiteHost))) return;
+    if (!Contains(LCase(link), LCase(m.siteHost))) return Admitted::Dropped;
     DropScheme(link);
 
     ReplaceIn(link, "http:\\", "http://");
@@ -53,29 +50,32 @@ void AdmitLink(std::string link, StringList& queue, StringList& notTaken, Mirror
 
     if (LastChar(link) == "/") link += "index.html";
 
-    // The placeholder keeps this name even when the steps below change the link.
-    const std::string localPath = vars.TargetFolder + CleanLinkName(Trim(UrlToPathPart(link)));
+    // The placeholder keeps this name even when the steps below change the
+    // link, so a resolved or "?"-less link is saved under another name than
+    // its placeholder's; the end-of-crawl sweep removes those.
+    const std::string localPath = m.targetFolder + CleanLinkName(Trim(UrlToPathPart(link)));
     const std::string tmpPath = localPath + ".tmp";
     const std::string htmlPath = localPath + ".html";
 
     // Known when downloaded (also under an added ".html") or already queued.
-    if (FileExists(htmlPath, m.fs) || FileExists(localPath, m.fs) || FileExists(tmpPath, m.fs))
-        return;
+    if (FileExists(htmlPath, m.files) || FileExists(localPath, m.files) ||
+        FileExists(tmpPath, m.files))
+        return Admitted::Dropped;
 
-    if (!IsQueryPage(link) && LastChar(link) != "/" && !IsListedFileType(link, vars.FileTypeSet)) {
-        notTaken.AddItem(link);
-        return;
+    if (!IsQueryPage(link) && LastChar(link) != "/" && !IsListedFileType(link, to.wantedTypes)) {
+        to.notTaken.Add(link);
+        return Admitted::NotTaken;
     }
 
     if (LastChar(link) == "?") link.pop_back();
-    if (ClimbsAboveHost(link)) return;
+    if (ClimbsAboveHost(link)) return Admitted::Dropped;
     ReplaceIn(link, "\\", "/");
 
     if (Contains(link, "/../")) {
-        const std::string transdd = vars.TargetFolder + "transdd.txt";
-        AppendRecord(link, transdd, m);
+        const std::string transdd = m.targetFolder + "transdd.txt";
+        AppendToFile(link, transdd, m);
         link = ResolveDotDot(link);
-        AppendRecord(link + "\r\n", transdd, m);
+        AppendToFile(link + "\r\n", transdd, m);
     }
 
     ReplaceIn(link, "/./", "/");
@@ -83,29 +83,20 @@ void AdmitLink(std::string link, StringList& queue, StringList& notTaken, Mirror
     ReplaceIn(link, "http://", "http:/");
     ReplaceIn(link, "http:/", "http://");
 
-    if (IsFiltered(link, vars.KeywordFilters)) return;
-    queue.AddItem(link);
-    AppendRecord(std::string(kPlaceholderText), tmpPath, m);
-    AppendRecord(link, vars.TargetFolder + "log.txt", m);
-    RunPending(m.yield);
-}
-
-bool IsFiltered(const std::string& link, const KeywordFilterArray& filters) {
-    const std::string lowered = LowerTrim(link);
-    for (std::size_t i = 1; i <= 100; ++i) {
-        const std::string word = LowerTrim(filters[i]);
-        if (!word.empty() && Contains(lowered, word)) return true;
-    }
-    return false;
+    if (to.filters.Matches(link)) return Admitted::Dropped;
+    to.queue.Add(link);
+    AppendToFile(std::string(kPlaceholderText), tmpPath, m);
+    AppendToFile(link, m.targetFolder + "log.txt", m);
+    return Admitted::Queued;
 }
 
 bool IsQueryPage(const std::string& link) {
     return Contains(LowerTrim(link), ".php?");
 }
 
-bool IsListedFileType(const std::string& link, const std::string& fileTypeSet) {
+bool IsListedFileType(const std::string& link, const std::string& wantedTypes) {
     const std::string extension = Trim(GetExtension(LCase(link)));
-    return Contains(fileTypeSet, ":" + extension + ":");
+    return Contains(wantedTypes, ":" + extension + ":");
 }
 
 bool FileExists(const std::string& path, const FileSystem& fs) {

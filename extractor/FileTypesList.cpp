@@ -1,6 +1,6 @@
 #include "extractor/FileTypesList.h"
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

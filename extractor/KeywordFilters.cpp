@@ -1,69 +1,68 @@
 #include "extractor/KeywordFilters.h"
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
-
-namespace {
-
-// Fills from index 1; false (and nothing kept) past the 100th keyword.
-bool FillFilters(const std::vector<std::string>& lines, KeywordFilterArray& filters) {
-    ClearKeywordFilters(filters);
-    std::size_t counter = 0;
-    for (const auto& line : lines) {
-        std::string keyword = Trim(line);
-        if (keyword.empty()) continue;
-        if (++counter >= filters.size()) {
-            ClearKeywordFilters(filters);
-            return false;
-        }
-        filters[counter] = keyword;
-    }
-    return true;
-}
-
-}  // namespace
 
 std::string FiltersPath(const FileSystem& fs) {
     return fs.ProgramFolder() + "\\filters.txt";
 }
 
-void ClearKeywordFilters(KeywordFilterArray& filters) {
-    for (auto& f : filters) f.clear();
+bool KeywordFilters::Fill(const std::vector<std::string>& lines) {
+    keywords_.fill({});
+    std::size_t count = 0;
+    for (const auto& line : lines) {
+        std::string keyword = Trim(line);
+        if (keyword.empty()) continue;
+        if (count == keywords_.size()) {
+            keywords_.fill({});
+            return false;
+        }
+        keywords_[count++] = std::move(keyword);
+    }
+    return true;
 }
 
-void LoadKeywordFilters(KeywordFilterArray& filters, const FileSystem& fs) {
-    auto lines = fs.ReadLines(FiltersPath(fs));
+void KeywordFilters::Load(const FileSystem& fs) {
+    const auto lines = fs.ReadLines(FiltersPath(fs));
     if (!lines) {
-        ClearKeywordFilters(filters);
+        keywords_.fill({});
         return;
     }
-    FillFilters(*lines, filters);
+    Fill(*lines);
 }
 
-std::vector<std::string> KeywordFilterList(const KeywordFilterArray& filters) {
+std::vector<std::string> KeywordFilters::List() const {
     std::vector<std::string> list;
-    for (std::size_t i = 1; i < filters.size(); ++i)
-        if (!filters[i].empty()) list.push_back(filters[i]);
+    for (const auto& keyword : keywords_)
+        if (!keyword.empty()) list.push_back(keyword);
     return list;
 }
 
-bool FilterExists(std::string_view keyword, const std::vector<std::string>& list) {
-    std::string wanted = LowerTrim(keyword);
-    for (const auto& item : list)
-        if (LowerTrim(item) == wanted) return true;
-    return false;
-}
-
-void SaveKeywordFilters(const std::vector<std::string>& list, KeywordFilterArray& filters,
-                        FileSystem& fs) {
-    FillFilters(list, filters);
+void KeywordFilters::Save(const std::vector<std::string>& list, FileSystem& fs) {
+    Fill(list);
     std::string text;
     for (const auto& item : list) {
         text += item;
         text += "\r\n";
     }
     fs.WriteWhole(FiltersPath(fs), text);
+}
+
+bool KeywordFilters::Matches(std::string_view link) const {
+    const std::string lowered = LowerTrim(link);
+    for (const auto& keyword : keywords_) {
+        const std::string word = LowerTrim(keyword);
+        if (!word.empty() && Contains(lowered, word)) return true;
+    }
+    return false;
+}
+
+bool FilterExists(std::string_view keyword, const std::vector<std::string>& list) {
+    const std::string wanted = LowerTrim(keyword);
+    for (const auto& item : list)
+        if (LowerTrim(item) == wanted) return true;
+    return false;
 }
 
 }  // namespace vantorin

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 // The rows are applied as whole-text replacements one after the other, but the
 // text is walked only once. That gives the same result because of the shape of

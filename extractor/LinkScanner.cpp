@@ -8,7 +8,7 @@
 #include "extractor/AddressRules.h"
 #include "extractor/Admission.h"
 #include "extractor/LinkRewrite.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -36,8 +36,8 @@ std::optional<std::string> LinkAt(std::string_view text, std::size_t p, const st
         if (Contains(link, scheme)) return std::nullopt;
 
     ReplaceIn(link, "\\", "/");
-    // Kept as designed: a root-relative link resolves against the page's folder,
-    // because the base goes in front and the slash repairs close the gap.
+    // A root-relative link resolves against the page's folder, not the site's
+    // root: the base goes in front and the slash repairs close the gap.
     if (Left(link, 7) != "http://") link = base + link;
     ReplaceIn(link, "m//", "m/");
     ReplaceIn(link, "t//", "t/");
@@ -47,27 +47,27 @@ std::optional<std::string> LinkAt(std::string_view text, std::size_t p, const st
     return link;
 }
 
-void YieldTimes(const Yield& yield, int times) {
-    for (int i = 0; i < times; ++i) RunPending(yield);
-}
-
 }  // namespace
 
-void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl, StringList& notTaken,
-                  Mirror& m) {
-    if (baseUrl.empty() || baseUrl.back() != '/') baseUrl += '/';
+Task<> ExtractLinks(std::string& text, std::string base, Admission to) {
+    EventLoop& loop = to.mirror.loop;
+    if (base.empty() || base.back() != '/') base += '/';
     text = RewriteForScan(text);
 
     // The walk keeps an index instead of cutting the text at every step; `rest`
     // is where the text that the cutting would leave begins.
     std::size_t rest = 0;
     for (std::size_t p = text.find("href"); p != std::string::npos; p = text.find("href", rest)) {
-        YieldTimes(m.yield, 3);
-        if (auto link = LinkAt(text, p, baseUrl)) AdmitLink(std::move(*link), queue, notTaken, m);
+        for (int i = 0; i < 3; ++i) co_await NextTurn{loop};
+        // A handler that ran meanwhile may have emptied or grown the text;
+        // past its end the window is empty.
+        if (auto link = LinkAt(text, p, base);
+            link && AdmitLink(std::move(*link), to) == Admitted::Queued)
+            co_await NextTurn{loop};
         rest = std::min(p + kAdvance, text.size());
-        YieldTimes(m.yield, 2);
+        for (int i = 0; i < 2; ++i) co_await NextTurn{loop};
     }
-    // A stop inside the last yields may have emptied the text under the walk.
+    // A stop in the last waits may have emptied the text under the walk.
     text.erase(0, std::min(rest, text.size()));
 }
 

@@ -5,16 +5,16 @@
 
 #include <string>
 
-#include "output/Mirror.h"
-#include "platform/StringList.h"
+#include "extractor/Admission.h"
+#include "platform/Task.h"
 
 namespace vantorin {
 
-// `text` is consumed: on return it holds what followed the last "href"
-// visited. `baseUrl` is made to end in "/" and written back. Handlers that run
-// in the walk's yields may append to `text` or empty it (it is a slot's
-// Response); the walk reads it afresh after each yield.
-void ExtractLinks(std::string& text, StringList& queue, std::string& baseUrl, StringList& notTaken,
-                  Mirror& m);
+// `text` is consumed: at the end it holds what followed the last "href"
+// visited. The walk lets pending events run five times at each "href" and
+// once more after each queued link; handlers that run then may append to
+// `text` or empty it (it is a connection's response), so the walk reads it
+// afresh after every wait. `base` is the page's folder address.
+Task<> ExtractLinks(std::string& text, std::string base, Admission to);
 
 }  // namespace vantorin

@@ -1,35 +1,37 @@
 #include "output/LocalPath.h"
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
-void MakeLocalPath(std::string& path, CrawlVariables& vars, FileSystem& fs) {
+std::string MakeLocalPath(std::string_view path, FileSystem& fs, std::string& madeFolders) {
     std::string p = Trim(path);
-    // Every "www." goes, also inside the target folder's own names: kept as designed.
+    // Every "www." goes, also inside the target folder's own names: a folder
+    // such as "www.mirror" then lies elsewhere, and the guard refuses it.
     ReplaceIn(p, "www.", "");
+    // Exact case: after the trim the text starts with the target folder, so
+    // this acts only on a bare address.
     if (Left(p, 7) == "http://") p = Trim(Mid(p, 8));
     ReplaceIn(p, "/", "\\");
     ReplaceIn(p, "\\\\", "\\");
-    vars.SavePath = p;
-    path = p;
-    MakeFoldersAlong(p, vars, fs);
+    MakeFoldersAlong(p, fs, madeFolders);
+    return p;
 }
 
-void MakeFoldersAlong(const std::string& path, CrawlVariables& vars, FileSystem& fs) {
+void MakeFoldersAlong(const std::string& path, FileSystem& fs, std::string& madeFolders) {
     std::string made;
     std::string rest = path;
     for (std::size_t cut = rest.find('\\'); cut != std::string::npos; cut = rest.find('\\')) {
         std::string part = rest.substr(0, cut + 1);
-        MakeFolder(Trim(made) + Trim(part), vars, fs);
+        MakeFolder(Trim(made) + Trim(part), fs, madeFolders);
         made += part;
         rest = Trim(std::string_view(rest).substr(cut + 1));
     }
 }
 
-void MakeFolder(const std::string& folder, CrawlVariables& vars, FileSystem& fs) {
+void MakeFolder(const std::string& folder, FileSystem& fs, std::string& madeFolders) {
     if (!fs.CreateFolder(folder)) return;
-    vars.MadeFolders += LCase(folder) + "*";
+    madeFolders += LCase(folder) + "*";
 }
 
 std::string CleanLinkName(std::string_view name) {
@@ -43,7 +45,8 @@ std::string CleanLinkName(std::string_view name) {
     ReplaceIn(s, "!", "_");
     ReplaceIn(s, "&", "_");
     ReplaceIn(s, "|", "");
-    // Three passes only: runs of nine or more "_" keep more than one, as designed.
+    // Three passes only: runs of nine or more "_" keep more than one, so the
+    // link written into a page and the saved name still agree.
     ReplaceIn(s, "__", "_");
     ReplaceIn(s, "__", "_");
     ReplaceIn(s, "__", "_");

@@ -1,55 +1,50 @@
 #include "output/Records.h"
 
 #include "output/LocalPath.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
-void AppendToFile(const std::string& text, std::string& path, Mirror& m) {
-    MakeLocalPath(path, m.vars, m.fs);
-    m.fs.AppendLine(path, text);
+bool AppendToFile(const std::string& text, std::string_view path, Mirror& m) {
+    return m.files.AppendLine(MakeLocalPath(path, m.files, m.madeFolders), text);
 }
 
-std::string GetPageText(const std::string& path, Mirror& m) {
-    // The page is asked for before the yields; `path` may be SavePath itself,
-    // which a handler running inside them can overwrite.
-    const std::string file = path;
-    // The page is given four turns of the event loop to load, no other wait;
-    // kept as designed, so other handlers may run in the middle of a save.
-    for (int i = 0; i < 4; ++i) RunPending(m.yield);
-    std::string text = m.pageText ? m.pageText(file) : std::string();
+Task<std::string> GetPageText(std::string path, Mirror& m) {
+    // No other wait: whatever has loaded after four turns is read.
+    for (int i = 0; i < 4; ++i) co_await NextTurn{m.loop};
+    std::string text = m.pageText ? m.pageText(path) : std::string();
     ReplaceIn(text, "\r\n", " ");
     ReplaceIn(text, "\n", " ");
     ReplaceIn(text, "\r", " ");
     // Two passes only: runs of up to four blanks fold to one, longer runs keep more.
     ReplaceIn(text, "  ", " ");
     ReplaceIn(text, "  ", " ");
-    return text;
+    co_return text;
 }
 
-void RecordSearchText(const std::string& text, std::string_view slotHost, const std::string& path,
+void RecordSearchText(const std::string& text, std::string_view host, const std::string& path,
                       Mirror& m) {
-    const std::string& target = m.vars.TargetFolder;
-    m.fs.CreateFolder(target + "\\_SearchData");
-    std::string file = target + "\\_SearchData\\" + Replace(slotHost, "www.", "") + ".txt";
-    std::string page = LowerTrim(Mid(path, static_cast<long long>(target.size()) + 1));
-    std::string key = ":" + page + ":";
+    const std::string& target = m.targetFolder;
+    m.files.CreateFolder(target + "\\_SearchData");
+    const std::string file = target + "\\_SearchData\\" + Replace(host, "www.", "") + ".txt";
+    const std::string page = LowerTrim(Mid(path, static_cast<long long>(target.size()) + 1));
+    const std::string key = ":" + page + ":";
     // Replaced, not appended: only an immediate repeat of a page is suppressed.
-    if (Contains(m.vars.LastSearchPage, key)) return;
-    m.vars.LastSearchPage = key;
-    m.fs.AppendLine(file, "! " + page);
-    m.fs.AppendLine(file, text);
+    if (Contains(m.lastSearchPage, key)) return;
+    m.lastSearchPage = key;
+    m.files.AppendLine(file, "! " + page);
+    m.files.AppendLine(file, text);
 }
 
 void RemoveTempFiles(Mirror& m) {
     for (int n = 1;; ++n) {
-        std::string folder = Replace(GetToken(m.vars.MadeFolders, n, "*"), "/", "\\");
+        std::string folder = Replace(GetToken(m.madeFolders, n, "*"), "/", "\\");
         // Short fields such as a drive root are never swept.
         if (folder.size() >= 5) {
             if (folder.back() != '\\') folder += '\\';
-            m.fs.DeleteMatching(folder + "*.tmp");
+            m.files.DeleteMatching(folder + "*.tmp");
         }
-        if (GetToken(m.vars.MadeFolders, n, "*").empty()) break;
+        if (GetToken(m.madeFolders, n, "*").empty()) break;
     }
 }
 

@@ -6,23 +6,26 @@
 #include <string_view>
 
 #include "output/Mirror.h"
+#include "platform/Task.h"
 
 namespace vantorin {
 
-// MakeLocalPath on `path` (which therefore loses every "www.", gets its
-// folders made and overwrites SavePath), then `text` + CR LF appended.
-void AppendToFile(const std::string& text, std::string& path, Mirror& m);
+// `text` + CR LF appended to the file at `path`, made local as a saved file's
+// path is (so it loses every "www." and gets its folders made). False when
+// the line could not be written.
+bool AppendToFile(const std::string& text, std::string_view path, Mirror& m);
 
 // The page's visible text with line ends turned into blanks and runs of up
-// to four blanks folded to one.
-std::string GetPageText(const std::string& path, Mirror& m);
+// to four blanks folded to one. The page is given four turns of the event
+// loop to load, so other handlers run in the middle of a save.
+Task<std::string> GetPageText(std::string path, Mirror& m);
 
 // One search record ("! " + page path, then the text) for the page at the full
-// local `path`, fetched from `slotHost`; an immediate repeat is suppressed.
-void RecordSearchText(const std::string& text, std::string_view slotHost, const std::string& path,
+// local `path`, fetched from `host`; an immediate repeat is suppressed.
+void RecordSearchText(const std::string& text, std::string_view host, const std::string& path,
                       Mirror& m);
 
-// Deletes "*.tmp" in every folder this crawl made (MadeFolders).
+// Deletes "*.tmp" in every folder this crawl made.
 void RemoveTempFiles(Mirror& m);
 
 }  // namespace vantorin

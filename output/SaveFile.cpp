@@ -4,7 +4,8 @@
 
 #include "output/LocalPath.h"
 #include "output/Records.h"
-#include "platform/Text.h"
+#include "text/Scheme.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -28,7 +29,7 @@ bool NeedsLineEndRewrite(const std::string& savePath) {
 
 // The body after the first blank line. Without one the position counts as 0
 // and the text from the 4th character is kept: the first three characters are
-// lost, kept as designed. The buffer is sized up front for the closing CR LF
+// lost. The buffer is sized up front for the closing CR LF
 // and for the line-end rewrite, which then grows the text where it stands.
 std::string StripHeader(const std::string& received, bool lineEndsToRewrite) {
     std::size_t at = InStr(received, "\r\n\r\n");
@@ -59,9 +60,10 @@ void RewriteDynamicLinks(std::string& text) {
     ReplaceIn(text, ".PHP?", ".PHP_");
 }
 
-// One "../" per link is dropped on a page in the host folder. Rows e to h turn
-// the opening single quote into a double one and the last writes "href ="
-// for "href= "; both kept as designed.
+// One "../" per link is dropped on a page in the host folder, where it would
+// climb out of the mirror. The single-quoted rows write a double quote at the
+// front and leave the single one at the end, and the last writes "href =" for
+// "href= ": browsers read both.
 void FlattenTopLevelLinks(std::string& text) {
     ReplaceIn(text, "href=\"../", "href=\"");
     ReplaceIn(text, "href =\"../", "href =\"");
@@ -77,7 +79,7 @@ void FlattenTopLevelLinks(std::string& text) {
 // "www.". An empty host yields "http://", so every "http://" goes.
 void RemoveOwnHostLinks(std::string& text, const std::string& slotHost) {
     std::string site = Trim(slotHost);
-    if (LCase(Left(site, 7)) != "http://") site = "http://" + site;
+    if (!StartsWithHttp(site)) site = "http://" + site;
     ReplaceIn(site, "\\", "/");
     ReplaceIn(site, "www.", "");
     if (!site.empty() && site.back() == '/') site.pop_back();
@@ -89,59 +91,53 @@ void RemoveOwnHostLinks(std::string& text, const std::string& slotHost) {
 
 }  // namespace
 
-bool SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
-              Mirror& m, std::int32_t& filesDone) {
-    if (IsCancel(received)) return false;
-    // The slot may be reused while this save yields; keep the host it had.
-    const std::string host(slotHost);
+Task<SavedFile> SaveFile(const std::string& received, std::string address, std::string host,
+                         Mirror& m, std::int32_t& filesDone) {
+    if (IsCancel(received)) co_return SavedFile{};
     // The timeout's name (" \ host/path") puts its file in a " host" folder
-    // that is never made, so that write fails every time, as designed: it is
-    // no fault of the disk and is not counted as one.
+    // that is never made, so that write fails every time: it is no fault of
+    // the disk and is not counted as one.
     const bool timeoutName = Left(address, 3) == " \\ ";
     address = CleanFileName(address);
     // The path is made before the header is cut off (nothing between the two
     // could tell), so the body's buffer is sized for its line ends at once.
-    std::string& savePath = m.vars.SavePath;
-    std::string path = m.vars.TargetFolder + Trim(address);
-    MakeLocalPath(path, m.vars, m.fs);
+    std::string savePath =
+        MakeLocalPath(m.targetFolder + Trim(address), m.files, m.madeFolders);
     if (LastChar(savePath) == "\\") savePath += "index.html";
     ReplaceIn(savePath, "\\.html", "\\index.html");
     const bool lineEnds = NeedsLineEndRewrite(savePath);
     std::string text = StripHeader(received, lineEnds);
     if (lineEnds) {
         // The second pass also sees the CRs the first one wrote, so a CR LF
-        // already present becomes CR LF CR LF LF; kept as designed.
+        // already present becomes CR LF CR LF LF.
         ReplaceIn(text, "\n", "\r\n");
         ReplaceIn(text, "\r", "\r\n");
     }
-    // Local, so a save running inside this one's yields cannot change which
-    // placeholder this one deletes.
-    const std::string savePathBeforeRename = savePath;
+    // The placeholder was queued under the name before the ".html" renaming.
+    const std::string placeholder = savePath + ".tmp";
     if (Contains(savePath, ".php") && !Contains(savePath, ".html")) savePath += ".html";
     if (Contains(savePath, ".asp") && !Contains(savePath, ".html")) savePath += ".html";
     ReplaceIn(savePath, "\\\\", "\\");
-    ReplaceIn(address, "\\\\", "\\");
 
     RewriteDynamicLinks(text);
-    if (IsTopLevelFile(savePath, m.vars.SiteHost)) FlattenTopLevelLinks(text);
+    if (IsTopLevelFile(savePath, m.siteHost)) FlattenTopLevelLinks(text);
     RemoveOwnHostLinks(text, host);
     ReplaceIn(text, "applet", "");
     ReplaceIn(text, "script ", " !-- script ");
 
     text += "\r\n";
-    const bool written = m.fs.WriteWhole(savePath, text, !timeoutName);
-    // Released before the yields, so saves running inside them do not stack copies.
+    SavedFile saved{savePath, m.files.WriteWhole(savePath, text, !timeoutName)};
+    // Released before the waits, so saves running meanwhile do not stack copies.
     std::string().swap(text);
-    std::string lowered = LCase(savePath);
+    const std::string lowered = LCase(savePath);
     if (Contains(lowered, ".htm") || Contains(lowered, ".tx")) {
-        // SavePath is read again after the page text's yields, as designed.
-        std::string pageText = GetPageText(savePath, m);
-        RecordSearchText(pageText, host, m.vars.SavePath, m);
+        const std::string pageText = co_await GetPageText(savePath, m);
+        RecordSearchText(pageText, host, savePath, m);
     }
-    RunPending(m.yield);
-    m.fs.DeleteFile(savePathBeforeRename + ".tmp");
+    co_await NextTurn{m.loop};
+    m.files.DeleteFile(placeholder);
     ++filesDone;
-    return written;
+    co_return saved;
 }
 
 }  // namespace vantorin

@@ -5,20 +5,27 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "output/Mirror.h"
+#include "platform/Task.h"
 
 namespace vantorin {
 
-// `received`: the whole response (header and body), "cancel" for a refused
-// job, or the timeout text. `address`: "\" + host + path (or " \ " + host +
-// path from the timeout path), changed in place. `slotHost`: the host of the
-// slot that fetched it ("" for a slot number outside 1..24). `filesDone` is
-// raised by one at the end, whatever happened to the write. `received` is
-// read only before the first yield, so a caller may pass text that a handler
-// running inside the yields later changes. True when the file was written.
-bool SaveFile(const std::string& received, std::string& address, std::string_view slotHost,
-              Mirror& m, std::int32_t& filesDone);
+// Where a download went: its local path after renaming, and whether the
+// file could be written there.
+struct SavedFile {
+    std::string path;
+    bool written = false;
+};
+
+// `received`: the whole response (header and body), or the timeout text; it
+// is read before the first wait, so a handler that runs while the save waits
+// may change the text it came from. `address`: "\" + host + path, or " \ " +
+// host + path for a timed-out job. `host`: the host of the connection that
+// fetched it ("" when it has none). `filesDone` is raised by one at the end,
+// whatever happened to the write; a response that is just "cancel" is
+// neither saved nor counted.
+Task<SavedFile> SaveFile(const std::string& received, std::string address, std::string host,
+                         Mirror& m, std::int32_t& filesDone);
 
 }  // namespace vantorin

@@ -2,7 +2,7 @@
 
 #include <QDir>
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

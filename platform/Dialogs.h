@@ -1,5 +1,6 @@
-// Message box and input box. The real ones are Qt dialogs; tests and the
-// headless run answer from a script and record what was asked.
+// Message boxes and the input box, asked without waiting: the caller goes on
+// at once and the answer comes to a callback when the user gives it. The real
+// ones are Qt dialogs; tests answer from a script and record what was asked.
 #pragma once
 
 #include <functional>
@@ -21,20 +22,13 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
     // style: kOkOnly or kYesNo plus kCritical or kInformation (16, 20, 64, 68).
-    virtual int MsgBox(const std::string& text, const std::string& title, int style) = 0;
-    // nothing on cancel.
-    virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
-                                                const std::string& defaultText) = 0;
-    // The same question as MsgBox, but the caller does not wait in it: the
-    // handler that asked (often one that runs inside a yield of a save or a
-    // scan) returns at once and what it interrupted goes on; `answered` gets
-    // the answer when it comes, and may be empty. Boxes that answer at once
-    // need nothing more than this default.
+    // `answered` may be empty.
     virtual void Ask(const std::string& text, const std::string& title, int style,
-                     std::function<void(int answer)> answered) {
-        const int answer = MsgBox(text, title, style);
-        if (answered) answered(answer);
-    }
+                     std::function<void(int answer)> answered) = 0;
+    // The typed text, or nothing when the box is cancelled.
+    virtual void AskText(const std::string& prompt, const std::string& title,
+                         const std::string& defaultText,
+                         std::function<void(std::optional<std::string>)> answered) = 0;
 };
 
 }  // namespace vantorin

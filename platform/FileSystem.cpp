@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <system_error>
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -126,8 +126,13 @@ std::optional<std::string> WriteAll(const fs::path& p, bool append,
 
 }  // namespace
 
-FileSystem::FileSystem(const std::string& targetFolder, std::string programFolder)
-    : targetFolder_(targetFolder), programFolder_(std::move(programFolder)) {}
+FileSystem::FileSystem(std::string targetFolder, std::string programFolder)
+    : targetFolder_(std::move(targetFolder)), programFolder_(std::move(programFolder)) {}
+
+void FileSystem::SetTargetFolder(std::string folder) {
+    targetFolder_ = std::move(folder);
+    rootsKnown_ = false;
+}
 
 fs::path FileSystem::ToNative(const std::string& path) {
 #ifdef _WIN32
@@ -159,10 +164,9 @@ void FileSystem::Note(std::int64_t& count, std::vector<WriteFailure>& first,
 }
 
 bool FileSystem::MayChangeNative(const fs::path& path, bool creatingFolder) const {
-    if (rootsFor_ != targetFolder_ || !rootsKnown_) {
+    if (!rootsKnown_) {
         targetRoot_ = Components(Resolve(ToNative(targetFolder_)));
         programRoot_ = Components(Resolve(ToNative(programFolder_)));
-        rootsFor_ = targetFolder_;
         rootsKnown_ = true;
     }
     const auto& target = targetRoot_;

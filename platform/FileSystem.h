@@ -34,11 +34,14 @@ struct WriteFaults {
 
 class FileSystem {
 public:
-    // `targetFolder` is read live on every check, so the guard always follows
-    // the folder the crawl writes to. `programFolder` is in backslash form.
-    FileSystem(const std::string& targetFolder, std::string programFolder);
+    // Both folders in backslash form; either may be "" (none).
+    FileSystem(std::string targetFolder, std::string programFolder);
 
     const std::string& ProgramFolder() const { return programFolder_; }
+    const std::string& TargetFolder() const { return targetFolder_; }
+    // The folder the guard lets writes into besides the program folder: set
+    // when a folder is chosen and when a crawl starts.
+    void SetTargetFolder(std::string folder);
 
     // Backslash path -> native path (every "\" becomes "/" off Windows).
     static std::filesystem::path ToNative(const std::string& path);
@@ -82,10 +85,9 @@ private:
     WriteFaults faults_;
     std::string lastFailedFile_;
 
-    const std::string& targetFolder_;
+    std::string targetFolder_;
     std::string programFolder_;
-    // The resolved roots, remembered for the target folder text they belong to.
-    mutable std::string rootsFor_;
+    // The resolved roots, found when first needed after a folder is set.
     mutable bool rootsKnown_ = false;
     mutable std::vector<std::string> targetRoot_, programRoot_;
 };

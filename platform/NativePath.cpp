@@ -1,6 +1,6 @@
 #include "platform/NativePath.h"
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "platform/FileSystem.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

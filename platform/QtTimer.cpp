@@ -9,10 +9,7 @@ QtTimer::QtTimer() : timer_(std::make_unique<QTimer>()) {
     // measure a full interval of silence.
     timer_->setTimerType(Qt::PreciseTimer);
     QObject::connect(timer_.get(), &QTimer::timeout, timer_.get(), [this] {
-        if (firing_ || !onTimer) return;
-        firing_ = true;
-        onTimer();
-        firing_ = false;
+        if (onTimer) onTimer();
     });
 }
 

@@ -1,6 +1,5 @@
 // The interface timer over QTimer. Disabling then enabling restarts the
-// count; an interval of 0 (or less) never fires; a tick that comes while the
-// handler still runs (inside a yield) is dropped, not nested.
+// count; an interval of 0 (or less) never fires.
 #pragma once
 
 #include <memory>
@@ -29,7 +28,6 @@ private:
     std::unique_ptr<QTimer> timer_;
     int interval_ = 0;
     bool enabled_ = false;
-    bool firing_ = false;
 };
 
 TimerFactory QtTimerFactory();

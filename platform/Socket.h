@@ -1,7 +1,5 @@
-// One connection's socket, with the event model the engine is written for.
-// States: 0 closed, 6 connecting (resolving included), 7 connected,
-// 8 closing (the peer closed its side; stays until Close()), 9 error (stays
-// until Close()). A slot is free only at 0.
+// One connection's socket, with the event model the engine is written for:
+// events come on the one user-interface thread, never inside one another.
 #pragma once
 
 #include <functional>
@@ -10,27 +8,33 @@
 
 namespace vantorin {
 
-enum SocketState : int {
-    kSockClosed = 0,
-    kSockConnecting = 6,
-    kSockConnected = 7,
-    kSockClosing = 8,
-    kSockError = 9,
+enum class SocketState {
+    Closed,      // free for a new connection
+    Connecting,  // the host is looked up or the connection is being made
+    Connected,
+    Closing,  // the peer has closed its side; stays so until Close()
+    Error,    // refused, unresolvable, reset; stays so until Close()
 };
 
 class Socket {
 public:
     virtual ~Socket() = default;
+    // Does nothing unless the socket is closed.
     virtual void Connect(const std::string& host, int port) = 0;
     virtual void Send(const std::string& bytes) = 0;
     virtual void Close() = 0;
     // Every byte waiting, one character per byte.
     virtual std::string ReadAll() = 0;
-    virtual int State() const = 0;
+    virtual SocketState State() const = 0;
+    // While held, no data event is delivered: the bytes and the peer's close
+    // wait in the socket. Release delivers what waits. A job holds its socket
+    // while it works on a chunk, so the next chunk is read only once it is done.
+    virtual void Hold() = 0;
+    virtual void Release() = 0;
 
-    // Events, delivered on the UI thread. onDataArrival fires whenever unread
-    // bytes wait, and again after a handler returns if bytes remain; bytes that
-    // were unread when the peer's close arrived are delivered with State() 8.
+    // Events. onDataArrival fires whenever unread bytes wait, and again after
+    // a handler returns if bytes remain; bytes that were unread when the
+    // peer's close arrived are delivered with State() Closing.
     std::function<void()> onConnected;
     std::function<void()> onDataArrival;
 };

@@ -1,7 +1,7 @@
 #include "setup/FolderRules.h"
 
 #include "output/LocalPath.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

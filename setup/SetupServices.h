@@ -1,7 +1,8 @@
 // The seams the setup dialogs work through, handed in by whoever opens them.
 #pragma once
 
-#include "output/CrawlVariables.h"
+#include "engine/CrawlEngine.h"
+#include "extractor/KeywordFilters.h"
 #include "platform/Dialogs.h"
 #include "platform/FileSystem.h"
 #include "platform/SettingsStore.h"
@@ -9,8 +10,9 @@
 namespace vantorin {
 
 struct SetupServices {
-    CrawlVariables& vars;  // TargetFolder is set here; KeywordFilters edited here
-    FileSystem& fs;        // guarded by vars.TargetFolder and the program folder
+    CrawlEngine& engine;
+    FileSystem& files;  // the program folder and the chosen target folder
+    KeywordFilters& filters;
     SettingsStore& settings;
     Dialogs& dialogs;
 };

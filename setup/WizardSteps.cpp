@@ -2,10 +2,9 @@
 
 #include "extractor/FileTypesList.h"
 #include "output/LocalPath.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
 #include "setup/FolderRules.h"
 #include "setup/Settings.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -24,56 +23,53 @@ std::string ReadAndStore(SettingsStore& store, const std::string& key,
 
 WizardFields LoadWizard(SetupServices& services) {
     WizardFields fields;
-    FillFileTypesList(fields.fileTypes, services.fs);
-    fields.txtURL = ReadAndStore(services.settings, "LastURL", "http://");
-    fields.txtDir = ReadFolderSetting(services.settings);
-    PutFolderSetting(services.settings, fields.txtDir);
+    FillFileTypesList(fields.fileTypes, services.files);
+    fields.address = ReadAndStore(services.settings, "LastURL", "http://");
+    fields.folder = ReadFolderSetting(services.settings);
+    PutFolderSetting(services.settings, fields.folder);
     fields.timeout = ReadSetting(services.settings, "Timeout", "15");
     return fields;
 }
 
-void TypeAddress(WizardFields& fields, SetupServices& services, const std::string& text) {
-    fields.txtURL = text;
-    PutSetting(services.settings, "LastURL", text);
-}
-
-void TypeFolder(WizardFields& fields, SetupServices& services, const std::string& shown) {
-    fields.txtDir = FromDisplayPath(shown);
-    PutFolderSetting(services.settings, fields.txtDir);
+bool PrepareTargetFolder(const std::string& folder, FileSystem& files, CrawlEngine& engine) {
+    engine.SetTargetFolder(folder);
+    files.SetTargetFolder(folder);
+    // The folders this makes are not the crawl's: the start forgets them.
+    std::string made;
+    MakeFoldersAlong(folder, files, made);
+    std::string probed = folder;
+    return TestFolderWritable(probed, files);
 }
 
 bool FolderReady(WizardFields& fields, SetupServices& services) {
-    fields.txtDir = NormaliseFolderText(fields.txtDir);
-    PutFolderSetting(services.settings, fields.txtDir);
-    services.vars.TargetFolder = fields.txtDir;
-    MakeFoldersAlong(services.vars.TargetFolder, services.vars, services.fs);
-    if (!TestFolderWritable(services.vars.TargetFolder, services.fs)) {
-        services.dialogs.MsgBox("That is an invalid directory. Check it has no invalid characters.",
-                                "Eror", kCritical | kOkOnly);
+    fields.folder = NormaliseFolderText(fields.folder);
+    PutFolderSetting(services.settings, fields.folder);
+    if (!PrepareTargetFolder(fields.folder, services.files, services.engine)) {
+        services.dialogs.Ask("That is an invalid directory. Check it has no invalid characters.",
+                             "Eror", kCritical | kOkOnly, {});
         return false;
     }
-    SaveFileTypes(fields.fileTypes, services.fs);
+    SaveFileTypes(fields.fileTypes, services.files);
     return true;
 }
 
-DownloadStart DownloadWebsiteNow(WizardFields& fields, SetupServices& services,
-                                 CrawlEngine& engine) {
-    if (!FolderReady(fields, services)) return DownloadStart::FolderRefused;
-    engine.State().SetText1(fields.txtURL);
-    engine.ConnectNowNow();
-    UnloadWizard(fields.timeout, services, engine);
-    return DownloadStart::Started;
+bool DownloadWebsiteNow(WizardFields& fields, SetupServices& services) {
+    if (!FolderReady(fields, services)) return false;
+    services.engine.SetAddress(fields.address);
+    services.engine.Start();
+    UnloadWizard(fields.timeout, services);
+    return true;
 }
 
-void UnloadWizard(const std::string& timeout, SetupServices& services, CrawlEngine& engine) {
-    const std::string seconds = Trim(timeout);
-    PutSetting(services.settings, "Timeout", seconds);
-    if (seconds.empty()) return;
-    const long long ms = RoundHalfEven(Val(seconds) * 1000);
-    for (int slot = 1; slot <= kSlotCount; ++slot) {
-        // The first timer that refuses ends it: later slots keep their interval.
-        if (!engine.SetTimeoutInterval(slot, ms)) return;
-    }
+void ApplyTimeout(const std::string& seconds, CrawlEngine& engine) {
+    const std::string trimmed = Trim(seconds);
+    if (trimmed.empty()) return;
+    engine.SetSilenceTimeout(RoundHalfEven(Val(trimmed) * 1000));
+}
+
+void UnloadWizard(const std::string& timeout, SetupServices& services) {
+    PutSetting(services.settings, "Timeout", Trim(timeout));
+    ApplyTimeout(timeout, services.engine);
 }
 
 }  // namespace vantorin

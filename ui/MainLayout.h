@@ -1,6 +1,6 @@
 // The main window's geometry in twips (1440 to the inch): the designed
 // positions and the resize rules. Plain numbers, so the rules are tested
-// without a window; frmMain converts to pixels with the screen's DPI.
+// without a window; MainWindow converts to pixels with the screen's DPI.
 #pragma once
 
 namespace vantorin {
@@ -12,26 +12,29 @@ struct TwipRect {
     int Height = 0;
 };
 
-// Designed form size (width and height of the window, menu bar included).
+// Designed window size (width and height, menu bar included).
 inline constexpr int kFormWidth = 9600;
 inline constexpr int kFormHeight = 9900;
 
-// One connection row: its labels are this tall and stack without gaps.
+// One connection row: its labels are this tall and stack without gaps, the
+// first one below the headings.
 inline constexpr int kRowHeight = 210;
-inline constexpr int kRowZeroTop = 30;  // the designed row 0, level with the headings
+inline constexpr int kHeadingsTop = 30;
 
-// The controls that the resize rules move, and those placed once. Positions of
-// controls inside Picture1 (rows, headings, Picture3) are relative to
-// Picture1; Command2..4 are relative to Picture2; k and k2 to Picture3.
+// The controls that the resize rules move, and those placed once. Inside the
+// connection panel (rows, headings, the "Data In" column) positions are
+// relative to the panel; the stop, filters and explore buttons to the tool
+// bar; a row's size and received labels to the "Data In" column. The rows'
+// rectangles are those of the headings line; row n lies n rows below it.
 struct MainLayout {
-    TwipRect Command1, Text1, Picture2;
-    TwipRect Command2, Command3, Command4;
-    TwipRect Picture1, Picture3;
-    TwipRect ConnectionsHeading, DataInHeading;
-    TwipRect RowNumber, RowStatus, RowSize, RowReceived;  // row 0, the designed row
-    TwipRect Label2, Label3, Label4, Label1, Label5;
-    TwipRect Label9, txtMax, Label7;
-    TwipRect Label8, List1, Label6;
+    TwipRect startButton, address, toolbar;
+    TwipRect stopButton, filtersButton, exploreButton;
+    TwipRect connectionPanel, dataInColumn;
+    TwipRect connectionsHeading, dataInHeading;
+    TwipRect rowNumber, rowStatus, rowSize, rowReceived;
+    TwipRect downloadedLabel, downloadedCount, bytesCount, queuedLabel, queuedCount;
+    TwipRect connectionsQuestion, connectionsBox, connectionsFooter;
+    TwipRect queueHeading, queue, statusLine;
 };
 
 MainLayout DesignLayout();

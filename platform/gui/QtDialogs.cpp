@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <memory>
 
 #include "platform/gui/Latin1.h"
 
@@ -57,12 +56,6 @@ int Answer(const QMessageBox& box, int style) {
 
 }  // namespace
 
-int QtDialogs::MsgBox(const std::string& text, const std::string& title, int style) {
-    const std::unique_ptr<QMessageBox> box(MakeBox(text, title, style));
-    box->exec();
-    return Answer(*box, style);
-}
-
 void QtDialogs::Ask(const std::string& text, const std::string& title, int style,
                     std::function<void(int answer)> answered) {
     QMessageBox* box = MakeBox(text, title, style);
@@ -74,13 +67,25 @@ void QtDialogs::Ask(const std::string& text, const std::string& title, int style
     box->show();
 }
 
-std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
-                                               const std::string& defaultText) {
-    bool ok = false;
-    const QString answer = QInputDialog::getText(Owner(), Title(title), DisplayText(prompt),
-                                                 QLineEdit::Normal, ToQt(defaultText), &ok);
-    if (!ok) return std::nullopt;
-    return FromQt(answer);
+void QtDialogs::AskText(const std::string& prompt, const std::string& title,
+                        const std::string& defaultText,
+                        std::function<void(std::optional<std::string>)> answered) {
+    auto* input = new QInputDialog(Owner());
+    input->setWindowTitle(Title(title));
+    input->setLabelText(DisplayText(prompt));
+    input->setTextValue(ToQt(defaultText));
+    input->setWindowModality(Qt::ApplicationModal);
+    input->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(input, &QDialog::finished, input,
+                     [input, answered = std::move(answered)](int result) {
+                         if (!answered) return;
+                         if (result == QDialog::Accepted) {
+                             answered(FromQt(input->textValue()));
+                         } else {
+                             answered(std::nullopt);
+                         }
+                     });
+    input->show();
 }
 
 }  // namespace vantorin

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "app/HeadlessDialogs.h"
-
 #include <tuple>
 
 namespace vantorin {
@@ -43,13 +41,6 @@ TEST(CrawlReport, ListsCountsAndTheFirstFiveOfProgramThenMirror) {
         {{false, 1, {0, 0, 1, {}, {}}}, {"1 write was refused: outside the target folder"}},
     };
     for (const auto& [result, lines] : cases) EXPECT_EQ(ReportLines(result), lines);
-}
-
-TEST(HeadlessDialogs, OneLinePerBoxAndNoneForAQuestionItAnswersItself) {
-    const std::string done =
-        "The website has been downloaded.\r\n\r\nWould you like to browse the download directory?";
-    EXPECT_EQ(MessageLine(done, "Done.", true), "");
-    EXPECT_EQ(MessageLine("Is it?\r\nYes.\nSure?\rNo ", "T", false), "T: Is it? Yes. Sure? No");
 }
 
 }  // namespace

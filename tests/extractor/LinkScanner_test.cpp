@@ -6,7 +6,7 @@
 #include <tuple>
 
 #include "extractor/LinkRewrite.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
 #include "tests/support/MirrorFixture.h"
 
 namespace vantorin {

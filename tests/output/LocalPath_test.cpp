@@ -4,7 +4,7 @@
 
 #include <tuple>
 
-#include "platform/Text.h"
+#include "text/Strings.h"
 #include "tests/support/MirrorFixture.h"
 
 namespace vantorin {

@@ -8,7 +8,7 @@
 #include "output/CrawlVariables.h"
 #include "output/Mirror.h"
 #include "platform/FileSystem.h"
-#include "platform/PageText.h"
+#include "text/PageText.h"
 #include "platform/StringList.h"
 #include "tests/support/TempDir.h"
 

@@ -1,0 +1,146 @@
+#include "setup/KeywordFiltersDialog.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QStyle>
+
+#include "extractor/KeywordFilters.h"
+#include "text/Strings.h"
+#include "platform/gui/DesignFont.h"
+#include "platform/gui/Latin1.h"
+#include "platform/gui/Twips.h"
+
+namespace vantorin {
+
+KeywordFiltersDialog::KeywordFiltersDialog(SetupServices& services, QWidget* parent) : QDialog(parent), services_(services) {
+    BuildControls();
+    for (const auto& keyword : services_.filters.List())
+        keywords->addItem(ToQt(keyword));
+}
+
+KeywordFiltersDialog* KeywordFiltersDialog::Open(SetupServices& services, QWidget* parent) {
+    // One dialog at a time: a second one would show the keywords as they were
+    // loaded, and closing it would write that older list over the first one's.
+    static QPointer<KeywordFiltersDialog> shown;
+    if (shown) {
+        shown->raise();
+        shown->activateWindow();
+        return shown;
+    }
+    auto* dialog = new KeywordFiltersDialog(services, parent);
+    shown = dialog;
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setModal(false);
+    dialog->show();
+    return dialog;
+}
+
+void KeywordFiltersDialog::BuildControls() {
+    setWindowTitle("Keyword Filters");
+    setFont(DesignFont(8));
+
+    picture = new QLabel(this);
+    picture->setPixmap(style()->standardIcon(QStyle::SP_FileDialogContentsView).pixmap(32, 32));
+    picture->setAlignment(Qt::AlignCenter);
+    PlaceTwips(*picture, 120, 120, 600, 600);
+    heading = new QLabel("Keyword Filters", this);
+    heading->setFont(DesignFont(12, true));
+    PlaceTwips(*heading, 840, 240, 4335, 375);
+    explanation = new QLabel(
+        "Whenever a URL is added to the list to be downloaded, it will be compared with the "
+        "keywords in this list. If any of the keyword text exists anywhere in the URL, it will "
+        "be removed from the download list.",
+        this);
+    explanation->setWordWrap(true);
+    explanation->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    PlaceTwips(*explanation, 120, 840, 5055, 975);
+
+    keywordLabel = new QLabel("Add Keyword", this);
+    PlaceTwips(*keywordLabel, 120, 1920, 2415, 255);
+    keyword = new QLineEdit(this);
+    PlaceTwips(*keyword, 120, 2160, 3855, 345);
+    addButton = new QPushButton("Add", this);
+    addButton->setDefault(true);
+    PlaceTwips(*addButton, 4080, 2145, 1095, 375);
+
+    keywords = new QListWidget(this);
+    PlaceTwips(*keywords, 120, 2640, 3855, 2175);
+    removeButton = new QPushButton("Remove", this);
+    PlaceTwips(*removeButton, 4080, 2640, 1095, 375);
+    clearAllButton = new QPushButton("Clear All", this);
+    PlaceTwips(*clearAllButton, 4080, 3120, 1095, 375);
+    closeButton = new QPushButton("Close", this);
+    PlaceTwips(*closeButton, 4080, 4440, 1095, 375);
+
+    note = new QLabel(
+        "Note: Use longer filter keywords where possible to avoid filtering out wanted files.",
+        this);
+    note->setWordWrap(true);
+    note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    PlaceTwips(*note, 120, 4935, 5055, 495);
+    setFixedSize(Twips(*this, 5295), Twips(*this, 5550));
+
+    for (QPushButton* b : {removeButton, clearAllButton, closeButton}) b->setAutoDefault(false);
+    connect(addButton, &QPushButton::clicked, this, [this] { AddClicked(); });
+    connect(removeButton, &QPushButton::clicked, this, [this] { RemoveClicked(); });
+    connect(clearAllButton, &QPushButton::clicked, this, [this] { ClearAllClicked(); });
+    connect(closeButton, &QPushButton::clicked, this, [this] { CloseClicked(); });
+}
+
+std::vector<std::string> KeywordFiltersDialog::Items() const {
+    std::vector<std::string> items;
+    for (int i = 0; i < keywords->count(); ++i) items.push_back(FromQt(keywords->item(i)->text()));
+    return items;
+}
+
+void KeywordFiltersDialog::AddClicked() {
+    const std::string keyword = Trim(FromQt(keyword->text()));
+    if (!keyword.empty()) {
+        if (FilterExists(keyword, Items()))
+            services_.dialogs.Ask("Filter already exists in the list!", "Filter",
+                                  kInformation | kOkOnly, {});
+        else
+            keywords->addItem(ToQt(UCase(keyword)));
+    }
+    keyword->clear();
+    keyword->setFocus();
+}
+
+void KeywordFiltersDialog::RemoveClicked() {
+    QListWidgetItem* selected = keywords->currentItem();
+    if (!selected || !selected->isSelected()) return;
+    const int row = keywords->row(selected);
+    delete keywords->takeItem(row);
+    // The item that moved up into the place is selected; past the end, none is.
+    if (row < keywords->count()) {
+        keywords->setCurrentRow(row);
+    } else {
+        keywords->setCurrentRow(-1);
+        keywords->clearSelection();
+    }
+}
+
+void KeywordFiltersDialog::ClearAllClicked() {
+    services_.dialogs.Ask("Are you sure you want to remove all the filters?", "Clear Filters",
+                          kCritical | kYesNo, [this](int answer) {
+                              if (answer == kAnswerYes) keywords->clear();
+                          });
+}
+
+void KeywordFiltersDialog::CloseClicked() {
+    reject();
+}
+
+void KeywordFiltersDialog::done(int result) {
+    if (!unloaded_) {
+        unloaded_ = true;
+        services_.filters.Save(Items(), services_.files);
+    }
+    QDialog::done(result);
+    if (testAttribute(Qt::WA_DeleteOnClose)) deleteLater();
+}
+
+}  // namespace vantorin

@@ -125,7 +125,7 @@ FOLDER_FAULTS = [
     # A target folder whose paths pass 4,096 bytes one level below it.
     Case("deep", 3, (b"1 file could not be written:", b"bytes.html: File name too long"),
          links=[b"path-over-4096-bytes.html"], out=None),
-    # An installed program whose data folder is read-only as well.
+    # An installed program, its bin folder writable, whose data folder is read-only.
     Case("progro", 3, (b"1 file could not be written:", b"Vantorin/temp/filetypes.txt: Read-only file system"),
          before=lambda run: read_only(run.files_folder), installed=True, **SITE),
     Case("settings", 0, before=lambda run: (os.makedirs(run.config), read_only(run.config)), **SITE),

@@ -86,24 +86,24 @@ class Run:
     # folder), the requests of host logged, its peak resident set size noted.
     # prepare() runs before the start, during() while the program runs (in a
     # process group of its own, so that a signal reaches it past time). With
-    # installed, the program folder is mounted read-only, as /usr/bin is to a
-    # user, so the program keeps its files (given in files) in
-    # $XDG_DATA_HOME/Vantorin instead. `unset`: the environment variables the
-    # program must not see.
+    # installed, the program is laid out as an installation lays it out under
+    # its prefix "program" (bin/, libexec/vantorin/), writable as /usr/bin is
+    # to root, and keeps its files (given in files) in $XDG_DATA_HOME/Vantorin.
+    # `unset`: the environment variables the program must not see.
     out_folder, cwd = "mirror", None
 
     def __init__(self, name, host, args, files=None, installed=False, unset=()):
         self.folder, self.host = os.path.join(WORK, name), host
-        self.program_folder, self.config = (os.path.join(self.folder, n) for n in ("program", "config"))
+        self.prefix, self.config = (os.path.join(self.folder, n) for n in ("program", "config"))
+        self.program_folder = os.path.join(self.prefix, "bin") if installed else self.prefix
         self.out, data_home = os.path.join(self.folder, self.out_folder), os.path.join(self.folder, "data")
         self.files_folder = os.path.join(data_home, "Vantorin") if installed else self.program_folder
-        os.makedirs(self.program_folder)
-        for built in (PROGRAM, PROGRAM + "-window.so"):
-            os.link(built, os.path.join(self.program_folder, os.path.basename(built)))
+        for built, folder in ((PROGRAM, self.program_folder), (PROGRAM + "-window.so", os.path.join(
+                self.prefix, "libexec", "vantorin") if installed else self.program_folder)):
+            os.makedirs(folder, exist_ok=True)
+            os.link(built, os.path.join(folder, os.path.basename(built)))
         for relative, data in (files or {}).items():
             write(os.path.join(self.files_folder, relative), data)
-        if installed:
-            read_only(self.program_folder)
         os.makedirs(os.path.join(self.folder, "runtime"), mode=0o700)
         env = {k: v for k, v in os.environ.items() if k not in unset}
         env.update(XDG_CONFIG_HOME=self.config, XDG_DATA_HOME=data_home, XDG_RUNTIME_DIR=self.folder + "/runtime")
@@ -121,8 +121,6 @@ class Run:
         self.seconds = self.ended - started
         with open(rss_file) as f:  # after a line on an exit status that is not 0
             self.peak_rss_kib = int(f.read().split()[-1])
-        if installed:
-            subprocess.run(["umount", self.program_folder], check=True)
 
     prepare = during = lambda self: None
     files = lambda self: tree(self.out)

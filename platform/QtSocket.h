@@ -1,10 +1,14 @@
 // The socket over QTcpSocket, with the event model the engine is written for.
 // dataArrival comes a few milliseconds after bytes arrive, so a burst and a
 // close right behind it are seen together; it comes again after a handler
-// returns while bytes wait, never nested. The closing state (8) shows once the
-// peer has closed and every byte has been read; errors stay at 9 until Close().
+// returns while bytes wait, never nested. The last byte received is held back
+// until more come, the peer closes, or a quarter second passes, so that a
+// close shortly behind the last bytes is seen with them. The closing state (8)
+// shows once the peer has closed and every byte has been read; errors stay at
+// 9 until Close().
 #pragma once
 
+#include <QtGlobal>
 #include <memory>
 #include <string>
 
@@ -36,15 +40,22 @@ private:
     void OnError(int error);
     void Deliver();
     void ScheduleDelivery();
+    bool PeerClosed() const;
+    // The bytes the next data event hands on: all that wait but the last one,
+    // unless the peer has closed or the hold is over.
+    qint64 Deliverable() const;
     bool EndOfStreamPending() const;
     bool BytesWaiting() const;
 
     std::unique_ptr<QTcpSocket> socket_;
     std::unique_ptr<QTimer> gather_;
+    std::unique_ptr<QTimer> hold_;
     // Set when the peer's close is seen, also from State()'s look at the line.
     mutable bool peerClosed_ = false;
     bool failed_ = false;
     bool delivering_ = false;
+    // The held-back byte goes with the next data event: the hold is over.
+    bool releaseHeld_ = false;
 };
 
 // Makes real sockets for the engine's 24 slots.

@@ -31,6 +31,8 @@ public:
     // Events, delivered on the UI thread. onDataArrival fires whenever unread
     // bytes wait, and again after a handler returns if bytes remain; bytes that
     // were unread when the peer's close arrived are delivered with State() 8.
+    // A close that comes after every byte was read fires nothing, so a socket
+    // may hold back a received byte for a moment to hand it on with the close.
     std::function<void()> onConnected;
     std::function<void()> onDataArrival;
 };

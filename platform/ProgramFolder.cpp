@@ -1,6 +1,7 @@
 #include "platform/ProgramFolder.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QTemporaryFile>
 #include <cstdlib>
 #include <filesystem>
@@ -36,17 +37,34 @@ std::string UserDataBase(FolderConvention convention, const EnvironmentLookup& e
     return WithoutTrailingSeparators(home) + "/.local/share";
 }
 
-bool CanMakeFileIn(const QString& folder) {
-    QTemporaryFile probe(folder + "/.vantorin-probe-XXXXXX");
+#ifdef _WIN32
+constexpr const char* kInstalledModule = "/libexec/vantorin/vantorin-window.dll";
+#else
+constexpr const char* kInstalledModule = "/libexec/vantorin/vantorin-window.so";
+#endif
+
+// The window module where an installation puts it: <prefix>/libexec/vantorin
+// for the executable in <prefix>/bin.
+bool Installed(const std::string& executableFolder, const PathQuery& isFile) {
+    return isFile(executableFolder.substr(0, executableFolder.rfind('/')) + kInstalledModule);
+}
+
+QString FromNative(const std::string& path) {
+    return QString::fromLatin1(path.data(), static_cast<qsizetype>(path.size()));
+}
+
+bool CanMakeFileIn(const std::string& folder) {
+    QTemporaryFile probe(FromNative(folder) + "/.vantorin-probe-XXXXXX");
     return probe.open();
 }
 
 }  // namespace
 
-std::string ChooseProgramFolder(const std::string& executableFolder, bool executableFolderWritable,
-                                FolderConvention convention, const EnvironmentLookup& environment) {
+std::string ChooseProgramFolder(const std::string& executableFolder, const PathQuery& isFile,
+                                const PathQuery& canMakeFileIn, FolderConvention convention,
+                                const EnvironmentLookup& environment) {
     const std::string beside = Backslashed(executableFolder);
-    if (executableFolderWritable) return beside;
+    if (!Installed(executableFolder, isFile) && canMakeFileIn(executableFolder)) return beside;
     const std::string base = UserDataBase(convention, environment);
     if (base.empty()) return beside;
     return Backslashed(WithoutTrailingSeparators(base)) + "\\Vantorin";
@@ -60,7 +78,9 @@ std::string FindProgramFolder() {
     const FolderConvention convention = FolderConvention::Xdg;
 #endif
     const std::string chosen = ChooseProgramFolder(
-        executableFolder.toLatin1().toStdString(), CanMakeFileIn(executableFolder), convention,
+        executableFolder.toLatin1().toStdString(),
+        [](const std::string& path) { return QFileInfo(FromNative(path)).isFile(); }, CanMakeFileIn,
+        convention,
         [](const std::string& name) {
             const char* value = std::getenv(name.c_str());
             return std::string(value ? value : "");

@@ -18,13 +18,31 @@ namespace {
 // the chunks of one burst arrive together and a close that the server sends
 // right behind its last chunk is already in when that chunk is handled.
 constexpr int kGatherMs = 5;
+// A job ends when the engine sees the closing state during a data event, and
+// a close that comes after the last byte was handed on fires no event: the
+// job would wait out its timeout and be fetched again. So the last byte
+// received is held back, the rest going on as it comes. It follows with the
+// next bytes, or with the peer's close (the event then shows the closing
+// state and the job ends at once), or alone after this long, for a server
+// that keeps its line open: its bytes all arrive, that one a little late.
+constexpr int kLastByteMs = 250;
 }  // namespace
 
 QtSocket::QtSocket()
-    : socket_(std::make_unique<QTcpSocket>()), gather_(std::make_unique<QTimer>()) {
+    : socket_(std::make_unique<QTcpSocket>()),
+      gather_(std::make_unique<QTimer>()),
+      lastByte_(std::make_unique<QTimer>()) {
     gather_->setSingleShot(true);
     gather_->setInterval(kGatherMs);
     QObject::connect(gather_.get(), &QTimer::timeout, socket_.get(), [this] { Deliver(); });
+    // Never early: a close within that time must find its byte still held back.
+    lastByte_->setSingleShot(true);
+    lastByte_->setTimerType(Qt::PreciseTimer);
+    lastByte_->setInterval(kLastByteMs);
+    QObject::connect(lastByte_.get(), &QTimer::timeout, socket_.get(), [this] {
+        lastByteDue_ = true;
+        Deliver();
+    });
     // Plain connections only; no proxy is ever consulted.
     socket_->setProxy(QNetworkProxy::NoProxy);
     QObject::connect(socket_.get(), &QTcpSocket::connected, socket_.get(), [this] {
@@ -44,7 +62,7 @@ QtSocket::~QtSocket() {
 }
 
 void QtSocket::Connect(const std::string& host, int port) {
-    if (State() != kSockClosed) return;
+    if (State() != SocketState::Closed) return;
     peerClosed_ = false;
     failed_ = false;
     socket_->connectToHost(QString::fromLatin1(host.data(), static_cast<qsizetype>(host.size())),
@@ -57,45 +75,51 @@ void QtSocket::Send(const std::string& bytes) {
 
 void QtSocket::Close() {
     gather_->stop();
+    lastByte_->stop();
     {
         const QSignalBlocker blocker(socket_.get());
         socket_->abort();
     }
     peerClosed_ = false;
     failed_ = false;
+    lastByteDue_ = false;
 }
 
 std::string QtSocket::ReadAll() {
-    const QByteArray bytes = socket_->readAll();
-    // A close that is already waiting behind the last chunk is taken now, so
-    // the handler reading that chunk sees the closing state and completes.
-    if (!peerClosed_ && EndOfStreamPending()) peerClosed_ = true;
+    const QByteArray bytes = socket_->read(Deliverable());
+    lastByteDue_ = false;
     return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
-int QtSocket::State() const {
-    if (failed_) return kSockError;
+SocketState QtSocket::State() const {
+    if (failed_) return SocketState::Error;
     // Bytes still unread after the peer's close are delivered first; the
-    // closing state shows once they have been read. Qt reads nothing more
-    // from a socket while its dataArrival handler runs, so a close that came
-    // in during the handler's yield is looked for here as well.
-    if (!peerClosed_ && !BytesWaiting() && EndOfStreamPending()) peerClosed_ = true;
-    if (peerClosed_) return BytesWaiting() ? kSockConnected : kSockClosing;
+    // closing state shows once they have been read.
+    if (PeerClosed()) return BytesWaiting() ? SocketState::Connected : SocketState::Closing;
     switch (socket_->state()) {
         case QAbstractSocket::HostLookupState:
         case QAbstractSocket::ConnectingState:
-            return kSockConnecting;
+            return SocketState::Connecting;
         case QAbstractSocket::ConnectedState:
-            return kSockConnected;
+            return SocketState::Connected;
         case QAbstractSocket::ClosingState:
-            return kSockClosing;
+            return SocketState::Closing;
         default:
-            return kSockClosed;
+            return SocketState::Closed;
     }
 }
 
+void QtSocket::Hold() {
+    held_ = true;
+}
+
+void QtSocket::Release() {
+    held_ = false;
+    ScheduleDelivery();
+}
+
 void QtSocket::OnReadyRead() {
-    if (!delivering_) ScheduleDelivery();
+    ScheduleDelivery();
 }
 
 void QtSocket::OnDisconnected() {
@@ -112,17 +136,32 @@ void QtSocket::OnError(int error) {
 }
 
 void QtSocket::Deliver() {
-    // Bytes that come in while a handler runs are delivered by the posting
-    // below, never by a nested call.
-    if (delivering_ || !BytesWaiting() || !onDataArrival) return;
-    delivering_ = true;
+    if (held_ || Deliverable() == 0 || !onDataArrival) return;
     onDataArrival();
-    delivering_ = false;
-    if (BytesWaiting()) ScheduleDelivery();
+    ScheduleDelivery();
 }
 
 void QtSocket::ScheduleDelivery() {
-    if (!gather_->isActive()) gather_->start();
+    if (held_) return;  // Release schedules what waits
+    if (Deliverable() > 0) {
+        if (!gather_->isActive()) gather_->start();
+    } else if (BytesWaiting()) {
+        lastByte_->start();  // a byte held back alone: the hold counts from now
+    }
+}
+
+bool QtSocket::PeerClosed() const {
+    // A close that is already waiting behind the last byte is taken as soon
+    // as it is asked about: the event that hands on the last byte must show
+    // it, though Qt may not have noticed the close yet.
+    if (!peerClosed_ && EndOfStreamPending()) peerClosed_ = true;
+    return peerClosed_;
+}
+
+qint64 QtSocket::Deliverable() const {
+    const qint64 waiting = socket_->bytesAvailable();
+    if (waiting == 0 || lastByteDue_ || PeerClosed()) return waiting;
+    return waiting - 1;
 }
 
 bool QtSocket::EndOfStreamPending() const {

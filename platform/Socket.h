@@ -32,9 +32,11 @@ public:
     virtual void Hold() = 0;
     virtual void Release() = 0;
 
-    // Events. onDataArrival fires whenever unread bytes wait, and again after
-    // a handler returns if bytes remain; bytes that were unread when the
-    // peer's close arrived are delivered with State() Closing.
+    // Events. onDataArrival fires whenever unread bytes wait (unless held),
+    // and again after a handler returns if bytes remain; bytes that were
+    // unread when the peer's close arrived are delivered with State() Closing.
+    // A close that comes after every byte was read fires nothing, so a socket
+    // may hold back a received byte for a moment to hand it on with the close.
     std::function<void()> onConnected;
     std::function<void()> onDataArrival;
 };

@@ -38,7 +38,7 @@ class EndToEnd(unittest.TestCase):
     # schemes, an off-site link, an unlisted type, a filter keyword, a 404) on
     # one connection, so the crawl order and records are fixed; and the types
     # site with a list of ".html" and ".txt", four connections, the program
-    # installed (its folder read-only) so its files go to $XDG_DATA_HOME.
+    # installed (its bin folder writable) so its files go to $XDG_DATA_HOME.
     def test_mirrors_match_byte_for_byte(self):
         for expected, url, args, kwargs in [
             ("main", HOST, ["--connections", "1"], {"files": {"filters.txt": b"ads\r\n"}}),
@@ -62,9 +62,10 @@ class EndToEnd(unittest.TestCase):
                 if stored:
                     self.assertEqual(read(run.conf), STORED)
                 if expected == "types":  # the program's files in $XDG_DATA_HOME, none beside it
-                    self.assertEqual((os.listdir(run.program_folder), os.listdir(run.files_folder),
+                    self.assertEqual((sorted(harness.tree(run.prefix)), sorted(os.listdir(run.files_folder)),
                                       read(os.path.join(run.files_folder, "temp", "filetypes.txt"))),
-                                     (["vantorin", "vantorin-window.so"], ["dldata", "temp"], TYPES["temp/filetypes.txt"]))
+                                     (["bin/vantorin", "libexec/vantorin/vantorin-window.so"], ["dldata", "temp"],
+                                      TYPES["temp/filetypes.txt"]))
 
     # How main() maps what happened to its exit status and words; the parsing
     # and the hints are unit-tested, exits 2 and 4 are rows of check_faults.py.

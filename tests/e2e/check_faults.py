@@ -29,6 +29,7 @@ RESET_HEAD = b"HTTP/1.0 200 OK\r\nContent-Length: 100000\r\n\r\n"
 NO_HEADER_BYTES = b"<html><body>No header at all</body></html>"
 LEAF = b"<html><body><p>" + b"Words of a page that fill the disk. " * 600 + b"</p></body></html>\n"
 HOLDS = [b"held/hold%d.html" % n for n in range(4)]  # never answered; in a folder the crawl makes
+DEMO = harness.tree(os.path.join(os.path.dirname(os.path.abspath(__file__)), "demo-site"))
 
 
 def page(links):
@@ -66,15 +67,16 @@ HOLD = harness.Handler.hold
 # A BIG body, or its first mib MiB and then nothing more.
 BIG_ANSWER = lambda h, mib=BIG // MIB: stream(h, [b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n" % BIG] +
                                               [b"b" * MIB] * mib, "close" if mib == BIG // MIB else "hold")
+LEAF_HEAD = b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n" % len(LEAF)
 # Answers in full and never closes.
-NOCLOSE = lambda h: stream(h, [b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n%s" % (len(LEAF), LEAF)], "hold")
-RESET = lambda h, pause=0.05: stream(h, [RESET_HEAD + b"r" * RESET_SENT], "reset", pause)
+NOCLOSE = lambda h: stream(h, [LEAF_HEAD + LEAF], "hold")
+RESET = lambda h, pause: stream(h, [RESET_HEAD + b"r" * RESET_SENT], "reset", pause)
 # A byte every 0.05 s after the header, until the client goes away.
 DRIP = lambda h: stream(h, itertools.chain([b"HTTP/1.0 200 OK\r\n\r\n"], itertools.repeat(b"d")), pause=0.05)
 DEFAULTS = dict(timeout="5", pages={}, links=[], fault=lambda h: h.send(LEAF), seconds=(0, 30), connections=None,
                 most=None,
                 saved=None, files=None, stop_at=None, wait=0.2, rss=100 * MIB, tmpfs=None, plant={}, before=None,
-                at_gate=None, out=TARGET, installed=False, fetched=set())
+                at_gate=None, out=TARGET, installed=False, fetched=set(), late=0)
 
 
 class Case:
@@ -84,7 +86,8 @@ class Case:
     # at_gate(run) once the start page is saved and four pages wait on the
     # server; `files`: the mirror's files but the log; `saved`: a file and the
     # contents (or sizes) it may have; `fetched`: paths that must be asked for;
-    # `most`: the most requests the run may make.
+    # `most`: the most requests the run may make; `late`: the pages' close that
+    # many seconds after their bytes.
     def __init__(self, name, status, says=(), **options):
         self.__dict__.update({**DEFAULTS, "address": f"www.{name}.test", **options}, name=name, status=status, says=says)
         if self.links:
@@ -138,7 +141,7 @@ FOLDER_FAULTS = [
     # A target folder whose paths pass 4,096 bytes one level below it.
     Case("deep", 3, (b"1 file could not be written:", b"bytes.html: File name too long"),
          links=[b"path-over-4096-bytes.html"], out=None),
-    # An installed program whose data folder is read-only as well.
+    # An installed program, its bin folder writable, whose data folder is read-only.
     Case("progro", 3, (b"1 file could not be written:", b"Vantorin/temp/filetypes.txt: Read-only file system"),
          before=lambda run: read_only(run.files_folder), installed=True, **SITE),
     Case("settings", 0, before=lambda run: (os.makedirs(run.config), read_only(run.config)), **SITE),
@@ -171,15 +174,28 @@ CASES = [
     quick("early", 4, 3),  # 127.0.0.3 closes before reading the request
     quick("silent", 4, 3, fault=HOLD),
     quick("noclose", 0, 3, fault=NOCLOSE),
-    quick("reset", 0, 3, fault=RESET),
-    # A reset behind the bytes is a close: the part is saved; so is a headless answer.
-    # At load the bytes may be handled before the reset comes: the job then times
-    # out (the default 5 s) and the retry's answer is saved behind the first one,
-    # header and all, with its line ends doubled, as designed.
-    Case("resetnow", 0, fault=lambda h: RESET(h, 0),
-         saved=("resetnow.test/index.html",
-                (b"r" * RESET_SENT + b"\r\n",
-                 b"r" * RESET_SENT + RESET_HEAD.replace(b"\r\n", b"\r\n\r\n\n") + b"r" * RESET_SENT + b"\r\n"))),
+    # The line kept open on the first request only: what came before the
+    # timeout, every byte, is saved in front of the retry's answer, as designed.
+    Case("openonce", 0, timeout="1", connections=2,
+         fault=lambda h, n=itertools.count(): NOCLOSE(h) if next(n) == 0 else h.send(LEAF),
+         saved=("openonce.test/index.html", (LEAF.replace(b"\n", b"\r\n\n") + LEAF_HEAD.replace(
+             b"\r\n", b"\r\n\r\n\n") + LEAF.replace(b"\n", b"\r\n\n") + b"\r\n",))),
+    # A close a little after the bytes ends the job as one at once would: one
+    # request, the page saved once (line ends doubled, as designed); so does
+    # every close of the demo site.
+    *[Case(f"late{ms}", 0, pages={"/": LEAF}, late=ms / 1000, connections=1,
+           saved=(f"late{ms}.test/index.html", (LEAF.replace(b"\n", b"\r\n\n") + b"\r\n",))) for ms in (20, 200)],
+    Case("late50", 0, pages={"/" + p.removesuffix("index.html"): read(f) for p, f in DEMO.items()}, late=0.05,
+         connections=len(DEMO), files=listed("late50", *DEMO)),
+    # A reset behind the bytes, at once or a little later, is a close: the part
+    # is saved; so is a headless answer. Should the program be held up for a
+    # quarter second between the bytes and the reset, the job times out (the
+    # default 5 s) and the retry's answer is saved behind the first one, header
+    # and all, with its line ends doubled, as designed.
+    *[Case(name, 0, fault=lambda h, p=pause: RESET(h, p), saved=(f"{name}.test/index.html", (
+        b"r" * RESET_SENT + b"\r\n",
+        b"r" * RESET_SENT + RESET_HEAD.replace(b"\r\n", b"\r\n\r\n\n") + b"r" * RESET_SENT + b"\r\n")))
+      for name, pause in (("resetnow", 0), ("reset", 0.05))],
     Case("nohead", 0, address="www.nohead.test/page.html", connections=1,
          fault=lambda h: stream(h, [NO_HEADER_BYTES]),
          saved=("nohead.test/page.html", (NO_HEADER_BYTES[3:] + b"\r\n",))),
@@ -196,7 +212,7 @@ BY_HOST = {c.address.split("/")[0]: c for c in CASES}
 def answer(h, host, path):
     case = BY_HOST[host]
     if path in case.pages:
-        return h.send(case.pages[path])
+        return h.send(case.pages[path], late=case.late)
     if case.at_gate:
         case.gate.wait(20)
     (HOLD if path[1:].encode("latin-1") in HOLDS else case.fault)(h)

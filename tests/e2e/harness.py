@@ -26,8 +26,9 @@ class Handler(socketserver.StreamRequestHandler):
     def handle(self):
         try:
             # Corked, the last bytes leave with the close in one segment. A close
-            # that came after the program had handled them would time the job out
-            # and retry it (kept as designed), so runs at load would vary.
+            # that came over a quarter second after the program had them would
+            # time the job out and retry it (kept as designed), so runs at load
+            # would vary.
             self.request.setsockopt(socket.IPPROTO_TCP, socket.TCP_CORK, 1)
             self.request.settimeout(10)
             raw = b""
@@ -47,8 +48,12 @@ class Handler(socketserver.StreamRequestHandler):
         while self.request.recv(1024):
             pass
 
-    def send(self, body, status=b"200 OK"):
+    def send(self, body, status=b"200 OK", late=0):
+        # With late, the bytes leave at once and the close that many seconds after them.
         self.request.sendall(b"HTTP/1.0 %s\r\nContent-Length: %d\r\n\r\n%s" % (status, len(body), body))
+        if late:
+            self.request.setsockopt(socket.IPPROTO_TCP, socket.TCP_CORK, 0)
+            time.sleep(late)
         self.request.shutdown(socket.SHUT_WR)
 
 
@@ -87,24 +92,25 @@ class Run:
     # folder), the requests of host logged, its peak resident set size noted.
     # prepare() runs before the start, during() while the program runs (in a
     # process group of its own, so that a signal reaches it past time). With
-    # installed, the program folder is mounted read-only, as /usr/bin is to a
-    # user, so the program keeps its files (given in files) in
-    # $XDG_DATA_HOME/Vantorin instead. `unset`: the environment variables the
-    # program must not see; `settings`: the settings file the window left.
+    # installed, the program is laid out as an installation lays it out under
+    # its prefix "program" (bin/, libexec/vantorin/), writable as /usr/bin is
+    # to root, and keeps its files (given in files) in $XDG_DATA_HOME/Vantorin.
+    # `unset`: the environment variables the program must not see; `settings`:
+    # the settings file the window left.
     out_folder, cwd, limit = "mirror", None, 90
 
     def __init__(self, name, host, args, files=None, installed=False, unset=(), settings=None):
         self.folder, self.host = os.path.join(WORK, name), host
-        self.program_folder, self.config = (os.path.join(self.folder, n) for n in ("program", "config"))
+        self.prefix, self.config = (os.path.join(self.folder, n) for n in ("program", "config"))
+        self.program_folder = os.path.join(self.prefix, "bin") if installed else self.prefix
         self.out, data_home = os.path.join(self.folder, self.out_folder), os.path.join(self.folder, "data")
         self.files_folder = os.path.join(data_home, "Vantorin") if installed else self.program_folder
-        os.makedirs(self.program_folder)
-        for built in (PROGRAM, PROGRAM + "-window.so"):
-            os.link(built, os.path.join(self.program_folder, os.path.basename(built)))
+        for built, folder in ((PROGRAM, self.program_folder), (PROGRAM + "-window.so", os.path.join(
+                self.prefix, "libexec", "vantorin") if installed else self.program_folder)):
+            os.makedirs(folder, exist_ok=True)
+            os.link(built, os.path.join(folder, os.path.basename(built)))
         for relative, data in (files or {}).items():
             write(os.path.join(self.files_folder, relative), data)
-        if installed:
-            read_only(self.program_folder)
         self.conf = os.path.join(self.config, "Vantorin", "Vantorin.conf")
         if settings is not None:
             write(self.conf, settings)
@@ -129,8 +135,6 @@ class Run:
         self.seconds = self.ended - started
         with open(rss_file) as f:  # after a line on an exit status that is not 0; none when killed
             self.peak_rss_kib = int((f.read().split() or [0])[-1])
-        if installed:
-            subprocess.run(["umount", self.program_folder], check=True)
 
     prepare = during = lambda self: None
     files = lambda self: tree(self.out)

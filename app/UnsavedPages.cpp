@@ -1,20 +1,23 @@
 #include "app/UnsavedPages.h"
 
+#include "text/CountText.h"
+
 namespace vantorin {
 
 bool UnsavedPages::Note(bool written) {
-    bool& slot = written_[static_cast<std::size_t>(next_)];
-    if (noted_ == kLooked) saved_ -= slot;
-    slot = written;
-    saved_ += written;
-    next_ = (next_ + 1) % kLooked;
-    if (noted_ < kLooked) ++noted_;
-    return noted_ == kLooked && saved_ < kFewest;
+    if (written) {
+        ++saved_;
+        inARow_ = 0;
+    } else {
+        ++unsaved_;
+        ++inARow_;
+    }
+    return inARow_ >= kMargin || unsaved_ - saved_ >= kMargin;
 }
 
 std::string UnsavedPages::GaveUpLine() const {
-    return "Gave up: " + std::to_string(kLooked - saved_) + " of the last " +
-           std::to_string(kLooked) + " pages could not be saved; the folder refuses writes.";
+    return "Gave up after " + CountOf(unsaved_, "page", "pages") + " that could not be saved (" +
+           FormatThousands(std::to_string(saved_)) + " saved); the folder refuses writes.";
 }
 
 }  // namespace vantorin

@@ -2,32 +2,30 @@
 // crawl would never end: a link whose placeholder cannot be written is not
 // known, so it is queued again each time a page links it. The window keeps
 // crawling, as it always has; the command line, which exists to finish and
-// report, stops once almost none of the last downloads could be saved. A
-// streak of failures alone would not do: on a full disk a deleted placeholder
-// frees room for the odd page, and each such page would start the count again.
+// report, stops once 200 downloads in a row could not be saved, or 200 more
+// could not be saved than could. The second rule ends a full disk on which a
+// deleted placeholder now and then frees room for one more page: each such
+// page would start a count in a row anew, but it can happen once per page.
 #pragma once
 
-#include <array>
+#include <cstdint>
 #include <string>
 
 namespace vantorin {
 
 class UnsavedPages {
 public:
-    static constexpr int kLooked = 200;  // the last downloads looked at
-    static constexpr int kFewest = 10;   // saved files among them, or it gives up
+    static constexpr std::int64_t kMargin = 200;
 
-    // Notes one finished download; true once the last kLooked of them saved
-    // fewer than kFewest files.
+    // Notes one finished download; true once it is time to give up.
     bool Note(bool written);
     // The reason, for the one line the command line prints.
     std::string GaveUpLine() const;
 
 private:
-    std::array<bool, kLooked> written_{};  // a ring of the last downloads
-    int next_ = 0;
-    int noted_ = 0;  // up to kLooked
-    int saved_ = 0;  // among them
+    std::int64_t saved_ = 0;
+    std::int64_t unsaved_ = 0;
+    std::int64_t inARow_ = 0;
 };
 
 }  // namespace vantorin

@@ -60,8 +60,8 @@ void KeywordFiltersDialog::BuildControls() {
 
     keywordLabel = new QLabel("Add Keyword", this);
     PlaceTwips(*keywordLabel, 120, 1920, 2415, 255);
-    keyword = new QLineEdit(this);
-    PlaceTwips(*keyword, 120, 2160, 3855, 345);
+    entry = new QLineEdit(this);
+    PlaceTwips(*entry, 120, 2160, 3855, 345);
     addButton = new QPushButton("Add", this);
     addButton->setDefault(true);
     PlaceTwips(*addButton, 4080, 2145, 1095, 375);
@@ -97,7 +97,7 @@ std::vector<std::string> KeywordFiltersDialog::Items() const {
 }
 
 void KeywordFiltersDialog::AddClicked() {
-    const std::string keyword = Trim(FromQt(keyword->text()));
+    const std::string keyword = Trim(FromQt(entry->text()));
     if (!keyword.empty()) {
         if (FilterExists(keyword, Items()))
             services_.dialogs.Ask("Filter already exists in the list!", "Filter",
@@ -105,8 +105,8 @@ void KeywordFiltersDialog::AddClicked() {
         else
             keywords->addItem(ToQt(UCase(keyword)));
     }
-    keyword->clear();
-    keyword->setFocus();
+    entry->clear();
+    entry->setFocus();
 }
 
 void KeywordFiltersDialog::RemoveClicked() {

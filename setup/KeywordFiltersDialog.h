@@ -34,7 +34,7 @@ public:
     QLabel* heading;
     QLabel* explanation;
     QLabel* keywordLabel;
-    QLineEdit* keyword;
+    QLineEdit* entry;
     QPushButton* addButton;
     QListWidget* keywords;
     QPushButton* removeButton;

@@ -4,8 +4,6 @@
 // falls silent, the timeout note and the next attempt.
 #include "engine/Connection.h"
 
-#include <limits>
-
 #include "engine/CrawlEngine.h"
 #include "engine/Request.h"
 #include "extractor/LinkScanner.h"
@@ -18,12 +16,6 @@ namespace {
 
 constexpr int kPort = 80;  // always: a port written in the address is part of the host
 constexpr const char* kTimeoutText = "Unable to download this file. (Timeout)";
-
-// A 32-bit counter add that would overflow is skipped, as a failing step is.
-void AddSkippingOverflow(std::int32_t& counter, std::size_t amount) {
-    const long long sum = static_cast<long long>(counter) + static_cast<long long>(amount);
-    if (sum <= std::numeric_limits<std::int32_t>::max()) counter = static_cast<std::int32_t>(sum);
-}
 
 }  // namespace
 

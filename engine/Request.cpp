@@ -47,6 +47,11 @@ SizeHeader ExpectedSizeIn(std::string_view chunk) {
     return {true, static_cast<std::int32_t>(length)};
 }
 
+void AddSkippingOverflow(std::int32_t& counter, std::size_t amount) {
+    const long long sum = static_cast<long long>(counter) + static_cast<long long>(amount);
+    if (sum <= std::numeric_limits<std::int32_t>::max()) counter = static_cast<std::int32_t>(sum);
+}
+
 std::string FolderOf(const std::string& address) {
     std::string reversed = ReverseText(address);
     if (!StartsWith(reversed, "/"))

@@ -45,4 +45,8 @@ SizeHeader ExpectedSizeIn(std::string_view chunk);
 // ending in "/" stays whole.
 std::string FolderOf(const std::string& address);
 
+// A 32-bit counter raised by `amount`; an add that would pass its largest
+// value is skipped, as any failing step is.
+void AddSkippingOverflow(std::int32_t& counter, std::size_t amount);
+
 }  // namespace vantorin

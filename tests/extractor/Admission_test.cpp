@@ -40,10 +40,14 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         {"http:\\site.com\\sub\\a.gif", "http://site.com/sub/a.gif", "", "site.com/sub/a.gif.tmp"}};
     for (auto [link, queued, notTaken, placeholder] : cases) {
         MirrorFixture f;
-        AdmitLink(link, f.queue, f.notTaken, f.m);
-        EXPECT_EQ(f.queue.Item(0), queued) << link;
-        EXPECT_EQ(f.notTaken.Item(0), notTaken) << link;
-        EXPECT_LE(f.queue.ListCount() + f.notTaken.ListCount(), 1) << link;
+        const Admitted admitted = AdmitLink(link, f.admission);
+        EXPECT_EQ(f.queue.At(0), queued) << link;
+        EXPECT_EQ(f.notTaken.At(0), notTaken) << link;
+        EXPECT_EQ(admitted, *queued     ? Admitted::Queued
+                            : *notTaken ? Admitted::NotTaken
+                                        : Admitted::Dropped)
+            << link;
+        EXPECT_LE(f.queue.Count() + f.notTaken.Count(), 1u) << link;
         if (*queued) {
             EXPECT_EQ(ReadNativeFile(f.Target(placeholder)), kPlaceholder) << link;
             EXPECT_EQ(ReadNativeFile(f.Target("log.txt")), queued + std::string("\r\n")) << link;
@@ -57,7 +61,7 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
     }
     // A link climbing inside the site is recorded before and after resolving.
     MirrorFixture f;
-    AdmitLink("http://site.com/a/../b.html", f.queue, f.notTaken, f.m);
+    AdmitLink("http://site.com/a/../b.html", f.admission);
     EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
               "site.com/a/../b.html\r\nsite.com/b.html\r\n\r\n");
 }
@@ -75,9 +79,11 @@ TEST(AdmitLink, KnownFilesAndKeywordsDropTheLinkWithoutTrace) {
     for (auto [existing, filter, link, dropped] : cases) {
         MirrorFixture f;
         if (*existing) WriteNativeFile(f.Target(existing), "x");
-        f.vars.KeywordFilters[100] = filter;
-        AdmitLink(link, f.queue, f.notTaken, f.m);
-        EXPECT_EQ(f.queue.ListCount(), dropped ? 0 : 1) << link << filter;
+        std::vector<std::string> keywords(99, "unused");
+        keywords.emplace_back(filter);
+        f.filters.Save(keywords, f.files);
+        AdmitLink(link, f.admission);
+        EXPECT_EQ(f.queue.Count(), dropped ? 0u : 1u) << link << filter;
         EXPECT_EQ(NativeExists(f.Target("log.txt")), !dropped) << link << filter;
     }
 }

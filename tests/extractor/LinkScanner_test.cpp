@@ -12,6 +12,8 @@
 namespace vantorin {
 namespace {
 
+using namespace testing;
+
 // The walk-once rewrite must equal the rows applied as whole-text replacements
 // one after another in table order, above all where spellings overlap, touch,
 // or share their blanks and "=".
@@ -55,26 +57,25 @@ TEST(ExtractLinks, FindsMakesAbsoluteAndAdmitsEachLink) {
         {"href=a.htmhref=b.html", {"site.com/dir/a.htmhref=b.html", "site.com/dir/b.html"}, {}},
         {"<a href=a.bmp><a href=a.bmp>", {}, {"site.com/dir/a.bmp", "site.com/dir/a.bmp"}}};
     for (const auto& [html, queued, notTaken] : pages) {
-        testing::MirrorFixture f;
-        std::string text = html, base = "http://site.com/dir";
-        ExtractLinks(text, f.queue, base, f.notTaken, f.m);
-        EXPECT_EQ(base, "http://site.com/dir/");
+        MirrorFixture f;
+        std::string text = html;
+        RunToEnd(ExtractLinks(text, "http://site.com/dir", f.admission), f.loop);
         EXPECT_EQ(f.queue.Items(), queued) << html;
         EXPECT_EQ(f.notTaken.Items(), notTaken) << html;
     }
 }
 
-// Five yields per href visited, one more per link queued; the text left
-// starts ten characters into the last href.
-TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndYieldsAsDesigned) {
-    testing::MirrorFixture f;
-    int yields = 0;
-    f.m.yield = [&] { ++yields; };
-    std::string text = "<a href=\"x.html\">1 <a href=\"#\">234", base = "http://site.com/";
-    ExtractLinks(text, f.queue, base, f.notTaken, f.m);
-    EXPECT_EQ(std::tuple(text, yields), std::tuple("34", 11));
+// Five turns of the event loop per href visited, one more per link queued;
+// the text left starts ten characters into the last href.
+TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndWaitsFiveTurnsAnHref) {
+    MirrorFixture f;
+    int turns = 0;
+    f.loop.betweenTurns = [&] { ++turns; };
+    std::string text = "<a href=\"x.html\">1 <a href=\"#\">234";
+    RunToEnd(ExtractLinks(text, "http://site.com/", f.admission), f.loop);
+    EXPECT_EQ(std::tuple(text, turns), std::tuple("34", 11));
     std::string plain = "no link here";
-    ExtractLinks(plain, f.queue, base, f.notTaken, f.m);
+    RunToEnd(ExtractLinks(plain, "http://site.com/", f.admission), f.loop);
     EXPECT_EQ(plain, "no link here");
 }
 

@@ -31,30 +31,27 @@ TEST(TopLevel, OnlyFilesDirectlyInTheHostFolder) {
 
 TEST(MakeLocalPath, MapsAddressAndRecordsOnlyTheFoldersItMade) {
     testing::MirrorFixture f;
-    const std::string& t = f.vars.TargetFolder;
-    std::string path = "  " + t + "www.site.com/dir/sub/page.html ";
-    MakeLocalPath(path, f.vars, f.fs);
-    EXPECT_EQ(path, t + "site.com\\dir\\sub\\page.html");
+    const std::string& t = f.m.targetFolder;
+    std::string& made = f.m.madeFolders;
+    EXPECT_EQ(MakeLocalPath("  " + t + "www.site.com/dir/sub/page.html ", f.files, made),
+              t + "site.com\\dir\\sub\\page.html");
     // Root first, lower-cased; the existing target folder and a folder whose
     // parent is missing are not listed.
     const std::string base = LCase(t);
-    MakeFolder(t + "a\\b", f.vars, f.fs);
-    EXPECT_EQ(f.vars.MadeFolders,
+    MakeFolder(t + "a\\b", f.files, made);
+    EXPECT_EQ(made,
               base + "site.com\\*" + base + "site.com\\dir\\*" + base + "site.com\\dir\\sub\\*");
 
     // Only the exact lower-case scheme goes; every "www." goes, also from the
     // target folder's own name.
     const std::string tmp = f.tmp.Backslashed();
-    std::pair<std::string, std::string> cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {t + "site.com//a", t + "site.com\\a"},
         {t + "site.com///a", t + "site.com\\\\a"},
         {"http://www.site.com/a", "site.com\\a"},
         {"HTTP://site.com/a", "HTTP:\\site.com\\a"},
         {tmp + "www.m\\site.com/a", tmp + "m\\site.com\\a"}};
-    for (auto& [in, out] : cases) {
-        MakeLocalPath(in, f.vars, f.fs);
-        EXPECT_EQ(in, out);
-    }
+    for (const auto& [in, out] : cases) EXPECT_EQ(MakeLocalPath(in, f.files, made), out);
 }
 
 }  // namespace

@@ -12,32 +12,32 @@ namespace {
 
 using namespace testing;
 
-TEST(GetPageText, YieldsFourTimesThenFoldsLineEndsAndBlanks) {
+TEST(GetPageText, WaitsFourTurnsThenFoldsLineEndsAndBlanks) {
     const std::pair<const char*, const char*> cases[] = {
         {"a\r\n\r\n\r\nb", "a b"}, {"a\rb", "a b"},          {"a    b", "a b"},
         {"a     b", "a  b"},       {"a\n\n\n\n\nb", "a  b"}, {"\tkeep\ttabs\t", "\tkeep\ttabs\t"}};
     MirrorFixture f;
-    int yields = 0, reads = 0;
-    f.m.yield = [&] { ++yields; };
+    int turns = 0, reads = 0;
+    f.loop.betweenTurns = [&] { ++turns; };
     for (auto [page, expected] : cases) {
         f.m.pageText = [&, page](const std::string& path) {
-            EXPECT_EQ(yields, 4 * ++reads);
+            EXPECT_EQ(turns, 4 * ++reads);
             EXPECT_EQ(path, "C:\\w\\p.html");
             return std::string(page);
         };
-        EXPECT_EQ(GetPageText("C:\\w\\p.html", f.m), expected) << page;
+        EXPECT_EQ(RunToEnd(GetPageText("C:\\w\\p.html", f.m), f.loop), expected) << page;
     }
 }
 
 TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
     MirrorFixture f;
-    const std::string a = f.vars.TargetFolder + "site.com\\A.html ";
-    const std::string b = f.vars.TargetFolder + "site.com\\dir\\b.html";
+    const std::string a = f.m.targetFolder + "site.com\\A.html ";
+    const std::string b = f.m.targetFolder + "site.com\\dir\\b.html";
     RecordSearchText("first", "www.site.com", a, f.m);
     RecordSearchText("again", "www.site.com", a, f.m);
     RecordSearchText("other", "www.site.com", b, f.m);
     RecordSearchText("back", "www.site.com", a, f.m);
-    RecordSearchText("t2", "two.org", f.vars.TargetFolder + "two.org\\a.html", f.m);
+    RecordSearchText("t2", "two.org", f.m.targetFolder + "two.org\\a.html", f.m);
     EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/site.com.txt")),
               "! site.com\\a.html\r\nfirst\r\n! site.com\\dir\\b.html\r\nother\r\n"
               "! site.com\\a.html\r\nback\r\n");
@@ -53,7 +53,7 @@ TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
         WriteNativeFile(f.Target(folder) + "/x.tmp", "");
     const auto cwd = std::filesystem::current_path();
     std::filesystem::current_path(f.Target(""));
-    f.vars.MadeFolders = "abc\\*abcde*" + f.vars.TargetFolder + "late\\**older\\*";
+    f.m.madeFolders = "abc\\*abcde*" + f.m.targetFolder + "late\\**older\\*";
     RemoveTempFiles(f.m);
     std::filesystem::current_path(cwd);
     std::string kept;

@@ -17,15 +17,15 @@ using namespace testing;
 struct Saver : MirrorFixture {
     std::int32_t filesDone = 0;
 
-    void Save(const std::string& received, std::string address,
-              const std::string& slotHost = "www.site.com") {
-        SaveFile(received, address, slotHost, m, filesDone);
+    SavedFile Save(const std::string& received, std::string address,
+                   const std::string& host = "www.site.com") {
+        return RunToEnd(SaveFile(received, std::move(address), host, m, filesDone), loop);
     }
     // The body of a page saved at `address` (a binary name, so that only the
     // rewrite rules act on it), without the CR LF every write appends.
     std::string Rewritten(const std::string& body, const std::string& address,
-                          const std::string& slotHost = "www.site.com") {
-        Save("H\r\n\r\n" + body, address, slotHost);
+                          const std::string& host = "www.site.com") {
+        Save("H\r\n\r\n" + body, address, host);
         return Replace(ReadNativeFile(Target(Replace(address.substr(1), "www.", ""))), "\r\n", "");
     }
 };
@@ -72,7 +72,7 @@ TEST(SaveFile, RewritesLinksAndScriptWords) {
          "< code=x>< !-- script src=a.js>"},
         {"x", "a.php?id=2 A.PHP?id=3 a.asp?id=2 a.Php?id=3",
          "a.php_id=2 A.PHP_id=3 a.asp?id=2 a.Php?id=3"},
-        // Absolute links to the slot's own host become relative, with and without "www.".
+        // Absolute links to the connection's own host become relative, with and without "www.".
         {"www.site.com", "http://site.com/a/b.html", "a/b.html"},
         {"site.com/", "<a href=\"http://www.site.com/x\">", "<a href=\"x\">"},
         {" site.com ", "http://site.com/x http://other.com/y", "x http://other.com/y"},
@@ -81,8 +81,8 @@ TEST(SaveFile, RewritesLinksAndScriptWords) {
         {"", "http://a.com/x http://www.b.org/y", "a.com/x www.b.org/y"},
         // An upper-case scheme is kept, so no "www." form is made.
         {"HTTP://site.com", "HTTP://site.com/x http://www.site.com/y", "x http://www.site.com/y"}};
-    for (auto [slotHost, in, out] : cases)
-        EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif", slotHost), out) << in;
+    for (auto [host, in, out] : cases)
+        EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif", host), out) << in;
 }
 
 TEST(SaveFile, FlattensClimbingLinksOnTopLevelPagesOnly) {
@@ -95,40 +95,39 @@ TEST(SaveFile, FlattensClimbingLinksOnTopLevelPagesOnly) {
     EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif"), in);
 }
 
-// The placeholder goes under the name before ".html" is added, and a second
-// save running inside the first one's yield must not make the first delete
-// the wrong one. A file that is no page yields once, just before its
-// placeholder goes.
+// The placeholder goes under the name before ".html" is added, and saves that
+// run side by side, each waiting for the event loop in turn, each delete
+// their own.
 TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     Saver s;
     const char* placeholders[] = {"a.php_x=1.tmp", "a.php_x=1.html.tmp", "b.php.tmp",
                                   "c.php.tmp",     "d.gif.tmp",          "e.gif.tmp"};
     for (const char* name : placeholders)
         WriteNativeFile(s.Target(std::string("site.com/") + name), "queued");
-    std::string inner = "\\site.com/b.php";  // saved inside the next yield
-    s.m.yield = [&] {
-        if (!inner.empty()) s.Save("H\r\n\r\ni", std::exchange(inner, ""));
-    };
-    s.Save("H\r\n\r\na", "\\site.com/a.php?x=1");
-    EXPECT_EQ(ReadNativeFile(s.Target("site.com/a.php_x=1.html")), "a\r\n");
-    inner = "\\site.com/e.gif";
-    s.Save("H\r\n\r\nd", "\\site.com/d.gif");
+    const std::string body = "H\r\n\r\nx";
+    Jobs jobs;
+    for (const char* address :
+         {"\\site.com/a.php?x=1", "\\site.com/b.php", "\\site.com/d.gif", "\\site.com/e.gif"})
+        jobs.Start(Ignoring(SaveFile(body, address, "site.com", s.m, s.filesDone)));
+    s.loop.RunUntilIdle();
+    EXPECT_EQ(ReadNativeFile(s.Target("site.com/a.php_x=1.html")), "x\r\n");
     std::string kept;
     for (const char* name : placeholders)
         kept += NativeExists(s.Target(std::string("site.com/") + name)) ? '1' : '0';
-    EXPECT_EQ(std::tuple(kept, s.filesDone), std::tuple("010100", 4));
+    EXPECT_EQ(std::tuple(kept, s.filesDone, jobs.Count()), std::tuple("010100", 4, 0u));
 }
 
 // The timeout's name puts its file in a folder that is never made: that
 // failure is designed, and only a real one is counted. Both raise the count.
 TEST(SaveFile, CountsAFailedWriteButNotTheTimeoutsDesignedOne) {
     Saver s;
-    s.Save("Unable to download this file. (Timeout)", " \\ site.com/t.gif");
+    EXPECT_FALSE(s.Save("Unable to download this file. (Timeout)", " \\ site.com/t.gif").written);
     EXPECT_FALSE(NativeExists(s.Target(" site.com/t.gif")));
-    EXPECT_EQ(s.m.fs.Faults().filesFailed, 0);
+    EXPECT_EQ(s.files.Faults().filesFailed, 0);
     WriteNativeFile(s.Target("site.com/blocked"), "a file where a folder must be");
-    s.Save("H\r\n\r\nx", "\\site.com/blocked/p.gif");
-    EXPECT_EQ(std::tuple(s.m.fs.Faults().filesFailed, s.filesDone), std::tuple(1, 2));
+    const SavedFile blocked = s.Save("H\r\n\r\nx", "\\site.com/blocked/p.gif");
+    EXPECT_EQ(std::tuple(blocked.written, blocked.path, s.files.Faults().filesFailed, s.filesDone),
+              std::tuple(false, s.m.targetFolder + "site.com\\blocked\\p.gif", 1, 2));
 }
 
 }  // namespace

@@ -1,27 +1,22 @@
 // One crawl engine over doubles driven by hand: scripted sockets, timers whose
-// ticks the test fires, a recording shell and dialogs that answer from a
-// script, its program folder ("prog") and target folder ("site") in a fresh
-// temporary folder. With dialogs other than the scripted ones (the real
-// message boxes) the engine's yields run the event loop, as the program's do;
-// `duringYield` runs before each.
+// ticks the test fires, an event loop the test turns, a recording shell and
+// dialogs that answer from a script, its program folder ("prog") and target
+// folder ("site") in a fresh temporary folder.
 #pragma once
 
-#include <QCoreApplication>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "engine/CrawlEngine.h"
 #include "platform/Dialogs.h"
 #include "platform/ShellOpen.h"
-#include "platform/Socket.h"
-#include "platform/Timer.h"
+#include "tests/support/HandTurnedLoop.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
@@ -30,31 +25,44 @@ class FakeSocket : public Socket {
 public:
     void Connect(const std::string& host, int port) override {
         connects.emplace_back(host, port);
-        state = kSockConnecting;
+        state = SocketState::Connecting;
     }
     void Send(const std::string& bytes) override { sent.push_back(bytes); }
     void Close() override {
-        state = kSockClosed;
+        state = SocketState::Closed;
         unread.clear();
     }
     std::string ReadAll() override { return std::exchange(unread, std::string()); }
-    int State() const override { return state; }
+    SocketState State() const override { return state; }
+    void Hold() override { held = true; }
+    void Release() override {
+        held = false;
+        Deliver();
+    }
 
     // Scripted events.
     void Accept() {
-        state = kSockConnected;
+        state = SocketState::Connected;
         onConnected();
     }
+    // Bytes come in (and the peer closes with them, when asked); they are
+    // handed on at once unless the socket is held.
     void Receive(const std::string& bytes, bool peerClosesToo = false) {
         unread += bytes;
-        if (peerClosesToo) state = kSockClosing;
-        onDataArrival();
+        if (peerClosesToo) state = SocketState::Closing;
+        Deliver();
     }
 
-    int state = kSockClosed;
+    SocketState state = SocketState::Closed;
+    bool held = false;
     std::string unread;
     std::vector<std::pair<std::string, int>> connects;
     std::vector<std::string> sent;
+
+private:
+    void Deliver() {
+        if (!held && !unread.empty()) onDataArrival();
+    }
 };
 
 class FakeTimer : public Timer {
@@ -74,7 +82,7 @@ public:
 };
 
 // A factory of doubles that keeps a pointer to each, in the order the engine
-// makes them (24 sockets; 24 timeout timers, then tmrMove).
+// makes them.
 template <class Fake>
 auto Recording(std::vector<Fake*>& made) {
     return [&made] {
@@ -93,30 +101,32 @@ public:
 
 // Dialogs that answer from a script and record each message box as one line,
 // "title style: text", so a test compares what was asked in one expression.
+// With answers held, a question is recorded and its answer waits in `held`
+// until the test gives it.
 class ScriptedDialogs : public Dialogs {
 public:
-    int MsgBox(const std::string& text, const std::string& title, int style) override {
-        asked.push_back(title + " " + std::to_string(style) + ": " + text);
-        if (answers.empty()) return kAnswerOk;
-        const int answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    // A question asked without waiting is answered at once from the script,
-    // unless answers are held: then it is recorded and its answer waits in
-    // `held` until the test gives it.
     void Ask(const std::string& text, const std::string& title, int style,
              std::function<void(int answer)> answered) override {
-        if (!holdAnswers) return Dialogs::Ask(text, title, style, std::move(answered));
         asked.push_back(title + " " + std::to_string(style) + ": " + text);
-        held.push_back(std::move(answered));
+        if (holdAnswers) {
+            held.push_back(std::move(answered));
+            return;
+        }
+        int answer = kAnswerOk;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.pop_front();
+        }
+        if (answered) answered(answer);
     }
-    std::optional<std::string> InputBox(const std::string&, const std::string&,
-                                        const std::string&) override {
-        if (inputs.empty()) return std::nullopt;
-        auto input = inputs.front();
-        inputs.pop_front();
-        return input;
+    void AskText(const std::string&, const std::string&, const std::string&,
+                 std::function<void(std::optional<std::string>)> answered) override {
+        std::optional<std::string> input;
+        if (!inputs.empty()) {
+            input = inputs.front();
+            inputs.pop_front();
+        }
+        answered(input);
     }
     std::vector<std::string> asked;  // "title style: text"
     std::deque<int> answers;
@@ -125,30 +135,31 @@ public:
     std::vector<std::function<void(int answer)>> held;
 };
 
-template <class DialogsT = ScriptedDialogs>
 struct EngineWorld {
     EngineWorld() {
         std::filesystem::create_directories(dir.NativePath("prog"));
-        fs.CreateFolder(vars.TargetFolder = dir.Backslashed() + "site\\");
+        std::filesystem::create_directories(dir.NativePath("site"));
     }
     TempDir dir;
-    CrawlVariables vars;
-    FileSystem fs{vars.TargetFolder, dir.Backslashed() + "prog\\"};
-    DialogsT dialogs;
+    FileSystem files{dir.Backslashed() + "site\\", dir.Backslashed() + "prog\\"};
+    KeywordFilters filters;
+    HandTurnedLoop loop;
+    ScriptedDialogs dialogs;
     RecordingShell shell;
     std::vector<FakeSocket*> sockets;
-    std::vector<FakeTimer*> timers;  // 24 timeout timers, then tmrMove
-    std::function<void()> duringYield = [] {};
-    CrawlEngine engine{vars,
-                       fs,
-                       {dialogs, shell, PageTextReader(),
-                        [this] {
-                            duringYield();
-                            if constexpr (!std::is_same_v<DialogsT, ScriptedDialogs>)
-                                QCoreApplication::processEvents();
-                        },
-                        Recording(sockets), Recording(timers)}};
-    CrawlState& state = engine.State();
+    std::vector<FakeTimer*> timers;  // the tick, then one silence timer per connection
+    CrawlEngine engine{{files, filters, PageTextReader(), loop, Recording(sockets),
+                        Recording(timers), dir.Backslashed() + "site\\"}};
+    const CrawlModel& model = engine.Model();
+
+    FakeSocket& socket(int n) { return *sockets.at(static_cast<std::size_t>(n - 1)); }
+    FakeTimer& silence(int n) { return *timers.at(static_cast<std::size_t>(n)); }
+    FakeTimer& tick() { return *timers.at(0); }
+    // A start as the start button makes it.
+    void Start(const std::string& address) {
+        engine.SetAddress(address);
+        engine.Start();
+    }
 };
 
 }  // namespace vantorin::testing

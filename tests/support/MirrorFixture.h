@@ -5,34 +5,27 @@
 #include <filesystem>
 #include <string>
 
-#include "output/CrawlVariables.h"
+#include "extractor/Admission.h"
 #include "output/Mirror.h"
 #include "platform/FileSystem.h"
-#include "text/PageText.h"
-#include "platform/StringList.h"
+#include "platform/PageTextFile.h"
+#include "tests/support/HandTurnedLoop.h"
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
 
 struct MirrorFixture {
     TempDir tmp;
-    CrawlVariables vars;
-    FileSystem fs{vars.TargetFolder, tmp.Backslashed() + "program"};
-    Mirror m{vars,
-             fs,
-             [](const std::string& path) {
-                 return VisiblePageText(FileSystem::ToNative(path).string());
-             },
-             {}};
-    StringList queue;
-    StringList notTaken;
+    FileSystem files{tmp.Backslashed() + "up\\mirror\\", tmp.Backslashed() + "program"};
+    HandTurnedLoop loop;
+    Mirror m{tmp.Backslashed() + "up\\mirror\\", "site.com", {}, {}, files, VisiblePageText, loop};
+    std::string wantedTypes = ":.html::.htm::.gif::.jpg:";
+    KeywordFilters filters;
+    AddressList queue;
+    AddressList notTaken;
+    Admission admission{m, wantedTypes, filters, queue, notTaken};
 
-    MirrorFixture() {
-        vars.TargetFolder = tmp.Backslashed() + "up\\mirror\\";
-        vars.SiteHost = "site.com";
-        vars.FileTypeSet = ":.html::.htm::.gif::.jpg:";
-        std::filesystem::create_directories(tmp.NativePath("up/mirror"));
-    }
+    MirrorFixture() { std::filesystem::create_directories(tmp.NativePath("up/mirror")); }
 
     // A native path below the target folder, from a relative path with "/".
     std::string Target(const std::string& relative) const {

@@ -58,13 +58,15 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
 
 // The figures of a crawl, as plain lines only when they change.
 TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
-    testing::EngineWorld<> world;
-    world.state.List1.AddItem("www.a.test/x.html");
-    world.state.FilesDone = 3;
-    world.state.TotalBytes = 1234;
-    world.sockets[0]->state = kSockConnected;  // the first slot and the last
-    world.sockets[23]->state = kSockClosing;
-    EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{3, 1, 1234, 2}));
+    testing::EngineWorld world;
+    testing::WriteNativeFile(world.dir.NativePath("prog/temp/filetypes.txt"), ".html\r\n");
+    world.Start("www.a.test/");
+    world.socket(1).Accept();
+    world.socket(1).Receive("H\r\n\r\n<a href='x.html'>", true);
+    world.loop.RunUntilIdle();
+    world.socket(1).state = SocketState::Connected;  // the first connection and the last
+    world.socket(24).state = SocketState::Closing;
+    EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{1, 1, 22, 2}));
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
               "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");
     ProgressLine line(false);

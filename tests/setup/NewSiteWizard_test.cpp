@@ -1,4 +1,4 @@
-#include "setup/frmNew.h"
+#include "setup/NewSiteWizard.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 
 #include "platform/SettingsStore.h"
 #include "setup/SetupServices.h"
-#include "setup/zDir.h"
-#include "setup/zFilter.h"
+#include "setup/FolderChooser.h"
+#include "setup/KeywordFiltersDialog.h"
 #include "tests/support/EngineWorld.h"
 
 namespace vantorin::testing {
@@ -28,9 +28,9 @@ struct MemorySettings : SettingsStore {
     std::map<std::string, std::string> values;
 };
 
-struct SetupWorld : EngineWorld<> {
+struct SetupWorld : EngineWorld {
     MemorySettings settings;
-    SetupServices services{vars, fs, settings, dialogs};
+    SetupServices services{engine, files, filters, settings, dialogs};
 };
 
 using Strings = std::vector<std::string>;
@@ -74,16 +74,16 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
         SCOPED_TRACE(::testing::Message() << way << folder << " " << timeout);
         SetupWorld w;
         WriteNativeFile(w.dir.NativePath("plain.txt"), "x");
-        frmNew form(w.services, w.engine);
+        NewSiteWizard form(w.services);
         form.show();
         // What was read is written back; the timeout list shows 15 first.
-        EXPECT_EQ(w.settings.values["LastURL"] + form.List2->currentText().toStdString(),
+        EXPECT_EQ(w.settings.values["LastURL"] + form.timeout->currentText().toStdString(),
                   "http://15");
-        form.txtURL->setText("http://site.test/");
-        if (!folder.empty()) form.txtDir->setText((w.dir.Native() + folder).c_str());
-        form.List2->setEditText(timeout);
-        if (way == kDownload) form.Command1_Click();
-        if (way == kClose) form.Command2_Click();
+        form.address->setText("http://site.test/");
+        if (!folder.empty()) form.folder->setText((w.dir.Native() + folder).c_str());
+        form.timeout->setEditText(timeout);
+        if (way == kDownload) form.DownloadClicked();
+        if (way == kClose) form.CloseClicked();
         if (way == kFrame) form.close();
         if (way == kEscape) form.reject();
 
@@ -92,16 +92,16 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
         EXPECT_EQ(w.dialogs.asked, refused ? Strings{"Eror 16: That is an invalid directory. "
                                                      "Check it has no invalid characters."}
                                            : Strings{});
-        EXPECT_EQ(std::tuple(form.isVisible(), w.engine.State().Text1(), w.engine.Running()),
+        EXPECT_EQ(std::tuple(form.isVisible(), w.engine.Model().address, w.engine.Model().Running()),
                   std::tuple(refused, started ? "www.site.test/" : "", started));
         EXPECT_EQ(w.settings.values["Timeout"],
                   refused ? "" : QString(timeout).trimmed().toStdString());
-        EXPECT_EQ(std::pair(w.engine.TimeoutInterval(1), w.engine.TimeoutInterval(24)),
+        EXPECT_EQ(std::pair(w.engine.ConnectionAt(1).SilenceInterval(), w.engine.ConnectionAt(24).SilenceInterval()),
                   std::pair(ms, ms));
         EXPECT_EQ(TypesFile(w), made ? kDefaultsFile + kDefaultsFile : kDefaultsFile);
         if (!made) continue;
         const std::string typed = w.dir.Native() + folder + "/";
-        EXPECT_EQ(std::make_tuple(w.vars.TargetFolder, form.txtDir->text().toStdString(),
+        EXPECT_EQ(std::make_tuple(w.engine.TargetFolder(), form.folder->text().toStdString(),
                                   w.settings.values["InDir"]),
                   std::make_tuple(w.dir.Backslashed() + "site\\deeper\\", typed, typed));
         // Made, and the probe written into it to test it is gone again.
@@ -115,20 +115,20 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
 // list and writes the file.
 TEST(Wizard, FileTypesButtons) {
     SetupWorld w;
-    frmNew form(w.services, w.engine);
+    NewSiteWizard form(w.services);
     w.dialogs.inputs = {"HTML", "  .Jpeg  ", ".abcd", ".htm", "abcde", "   ", std::nullopt};
-    for (int i = 0; i < 7; ++i) form.Command3_Click();
+    for (int i = 0; i < 7; ++i) form.AddTypeClicked();
     Strings added;
-    for (int i = 24; i < form.List1->count(); ++i)
-        added.push_back(form.List1->item(i)->text().toStdString());
+    for (int i = 24; i < form.fileTypes->count(); ++i)
+        added.push_back(form.fileTypes->item(i)->text().toStdString());
     EXPECT_EQ(added, (Strings{".html", ".jpeg", ".abcd", ".htm"}));
 
-    form.Command4_Click();  // nothing selected
-    form.List1->setCurrentRow(1);
+    form.DeleteTypeClicked();  // nothing selected
+    form.fileTypes->setCurrentRow(1);
     w.dialogs.answers = {kAnswerNo, kAnswerYes};
-    form.Command4_Click();
-    form.Command4_Click();
-    EXPECT_EQ(form.List1->item(1)->text(), ".php");  // one of the 28 gone, on Yes
+    form.DeleteTypeClicked();
+    form.DeleteTypeClicked();
+    EXPECT_EQ(form.fileTypes->item(1)->text(), ".php");  // one of the 28 gone, on Yes
     EXPECT_EQ(w.dialogs.asked,
               (Strings{"Error 64: That file extension is too long! (max 4 characters)",
                        "Error 64: You must select a list item to delete.",
@@ -137,12 +137,12 @@ TEST(Wizard, FileTypesButtons) {
 
     // Set Default: No keeps the list; anything else resets it and writes the file.
     w.dialogs.answers = {kAnswerNo, kAnswerOk};
-    form.Command5_Click();
-    EXPECT_EQ(form.List1->count(), 27);
-    form.Command5_Click();
+    form.DefaultTypesClicked();
+    EXPECT_EQ(form.fileTypes->count(), 27);
+    form.DefaultTypesClicked();
     EXPECT_EQ(w.dialogs.asked.back(),
               "Default 68: Are you sure you want to set the file types list to default?");
-    EXPECT_EQ(form.List1->count(), 12);
+    EXPECT_EQ(form.fileTypes->count(), 12);
     EXPECT_EQ(TypesFile(w), kDefaultsFile);
 }
 
@@ -158,23 +158,18 @@ TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
                                             {{screen.right() - 99, 100, 100, 300}, false}};
     for (const auto& [placed, room] : cases) {
         main.setGeometry(placed);
-        QTimer::singleShot(0, [&] {
-            auto* wizard = dynamic_cast<frmNew*>(QApplication::activeModalWidget());
-            ASSERT_NE(wizard, nullptr);
-            EXPECT_NEAR(wizard->geometry().center().y(), placed.center().y(), 1);
-            for (int click = 0; click < 3; ++click) {  // opened, expanded, collapsed
-                if (click > 0) wizard->Command6_Click();
-                // Its frame's size is known once it is shown, after it was placed.
-                const QRect frame =
-                    click ? wizard->frameGeometry() : QRect(wizard->pos(), wizard->size());
-                EXPECT_TRUE(screen.contains(frame)) << placed.x() << " " << click;
-                if (room) {
-                    EXPECT_NEAR(frame.center().x(), placed.center().x(), 2) << click;
-                }
+        NewSiteWizard* wizard = NewSiteWizard::Open(w.services, &main);
+        EXPECT_NEAR(wizard->geometry().center().y(), placed.center().y(), 1);
+        for (int click = 0; click < 3; ++click) {  // opened, expanded, collapsed
+            if (click > 0) wizard->OptionsClicked();
+            // Its frame's size is known once it is shown, after it was placed.
+            const QRect frame = click ? wizard->frameGeometry() : QRect(wizard->pos(), wizard->size());
+            EXPECT_TRUE(screen.contains(frame)) << placed.x() << " " << click;
+            if (room) {
+                EXPECT_NEAR(frame.center().x(), placed.center().x(), 2) << click;
             }
-            wizard->reject();
-        });
-        frmNew::ShowModal(w.services, w.engine, &main);
+        }
+        wizard->reject();
     }
 }
 
@@ -193,27 +188,25 @@ TEST(Wizard, TheFolderChooserShowsSlashesAndHandsBackBackslashes) {
         {"", "/", "\\\\"}};
     for (const auto& [stored, shown, chosen] : cases) {
         w.settings.values["InDir"] = stored;
-        zDir chooser(w.settings);
-        EXPECT_EQ(chooser.Label1->text().toStdString(), shown) << stored;
-        EXPECT_EQ(chooser.Dir1->item(0)->text().toStdString(), "/") << stored;
-        EXPECT_TRUE(chooser.Drive1->currentText().startsWith("/")) << stored;
-        chooser.Command1_Click();
+        FolderChooser chooser(w.settings);
+        EXPECT_EQ(chooser.openFolderLabel->text().toStdString(), shown) << stored;
+        EXPECT_EQ(chooser.folders->item(0)->text().toStdString(), "/") << stored;
+        EXPECT_TRUE(chooser.drives->currentText().startsWith("/")) << stored;
+        chooser.OkClicked();
         EXPECT_EQ(chooser.Chosen(), chosen) << stored;
     }
 
     w.settings.values["InDir"] = sites;
-    frmNew form(w.services, w.engine);
-    QTimer::singleShot(0, [] {
-        auto* chooser = dynamic_cast<zDir*>(QApplication::activeModalWidget());
-        ASSERT_NE(chooser, nullptr);
-        const auto found = chooser->Dir1->findItems("Beta", Qt::MatchContains);
-        ASSERT_EQ(found.size(), 1);
-        emit chooser->Dir1->itemActivated(found[0]);
-        EXPECT_EQ(chooser->Dir1->findItems("Beta", Qt::MatchContains).size(), 1);  // listed anew
-        chooser->Command1->click();
-    });
-    form.Command7->click();
-    EXPECT_EQ(form.txtDir->text().toStdString(), sites + "/Beta/");
+    NewSiteWizard form(w.services);
+    form.chooseFolderButton->click();
+    auto* chooser = form.findChild<FolderChooser*>();
+    ASSERT_NE(chooser, nullptr);
+    const auto found = chooser->folders->findItems("Beta", Qt::MatchContains);
+    ASSERT_EQ(found.size(), 1);
+    emit chooser->folders->itemActivated(found[0]);
+    EXPECT_EQ(chooser->folders->findItems("Beta", Qt::MatchContains).size(), 1);  // listed anew
+    chooser->okButton->click();
+    EXPECT_EQ(form.folder->text().toStdString(), sites + "/Beta/");
 }
 
 // The keyword filters opened from the modal wizard take input beside it, the
@@ -226,40 +219,39 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     SetupWorld w;
     QWidget main;
     main.show();
-    QPointer<zFilter> filters;
-    QTimer::singleShot(0, [&] {
-        auto* wizard = dynamic_cast<frmNew*>(QApplication::activeModalWidget());
-        ASSERT_NE(wizard, nullptr);
+    QPointer<KeywordFiltersDialog> filters;
+    NewSiteWizard* wizard = NewSiteWizard::Open(w.services, &main);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(wizard));
+    {
         const auto open = [] {
-            std::vector<zFilter*> found;
+            std::vector<KeywordFiltersDialog*> found;
             for (QWidget* top : QApplication::topLevelWidgets())
-                if (auto* opened = dynamic_cast<zFilter*>(top); opened && opened->isVisible())
+                if (auto* opened = dynamic_cast<KeywordFiltersDialog*>(top); opened && opened->isVisible())
                     found.push_back(opened);
             return found;
         };
-        Click(wizard->Command8);
+        Click(wizard->filtersButton);
         ASSERT_EQ(open().size(), 1u);
         filters = open()[0];
         ASSERT_TRUE(QTest::qWaitForWindowExposed(filters));
         for (const char* typed : {" ads ", "Ads", "   ", "pop up", "track"}) {
-            filters->Text1->setText(typed);
-            Click(filters->Command1);
+            filters->entry->setText(typed);
+            Click(filters->addButton);
         }
-        Click(wizard->Command8);  // pressed again: the same dialog, its list as it stands
-        EXPECT_EQ(open(), std::vector<zFilter*>{filters.data()});
-        EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->Text1->text()),
+        Click(wizard->filtersButton);  // pressed again: the same dialog, its list as it stands
+        EXPECT_EQ(open(), std::vector<KeywordFiltersDialog*>{filters.data()});
+        EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->entry->text()),
                   std::tuple(Strings{"ADS", "POP UP", "TRACK"}, std::size_t{1}, QString()));
-        filters->List1->setCurrentRow(2);  // the last goes, and nothing more after it
-        Click(filters->Command2);
-        Click(filters->Command2);
+        filters->keywords->setCurrentRow(2);  // the last goes, and nothing more after it
+        Click(filters->removeButton);
+        Click(filters->removeButton);
         w.dialogs.answers = {kAnswerNo};
-        Click(filters->Command3);
+        Click(filters->clearAllButton);
         EXPECT_EQ(filters->Items(), (Strings{"ADS", "POP UP"}));
-        Click(wizard->Command6);
-        EXPECT_EQ(wizard->Command6->text(), "Options <<");
+        Click(wizard->optionsButton);
+        EXPECT_EQ(wizard->optionsButton->text(), "Options <<");
         wizard->reject();
-    });
-    frmNew::ShowModal(w.services, w.engine, &main);
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
     EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\nPOP UP\r\n");

@@ -35,28 +35,27 @@ TEST(QtDialogs, QuestionsAreAnsweredByTheirBoxesAndABoxStandsOverAnOpenOne) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    // A box asked while another is open stands over it.
     dialogs.Ask("Sure?", "Stop Download", kYesNo + kInformation, {});
     QMessageBox* question = OpenBox();
-    QString title;
-    QWidget* owner = nullptr;
-    QTimer::singleShot(0, [&] {
-        title = OpenBox()->windowTitle();
-        owner = OpenBox()->parentWidget();
-        OpenBox()->button(QMessageBox::No)->click();
-    });
-    EXPECT_EQ(dialogs.MsgBox("Done?", "Done.", kYesNo + kInformation), kAnswerNo);
-    EXPECT_EQ(title, "Done.");
-    EXPECT_EQ(owner, question);
+    int answer = 0;
+    dialogs.Ask("Done?", "Done.", kYesNo + kInformation, [&](int given) { answer = given; });
+    EXPECT_EQ(std::tuple(OpenBox()->windowTitle(), OpenBox()->parentWidget()),
+              std::tuple(QString("Done."), static_cast<QWidget*>(question)));
+    OpenBox()->button(QMessageBox::No)->click();
+    EXPECT_EQ(answer, kAnswerNo);
     question->close();
 
-    QTimer::singleShot(0, [&] {
-        auto* input = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-        title = input->windowTitle();
-        input->setTextValue("html");
-        input->accept();
-    });
-    EXPECT_EQ(dialogs.InputBox("Enter a file extension (e.g. .html)", "", ""), "html");
-    EXPECT_EQ(title, "Vantorin");
+    std::optional<std::string> typed;
+    dialogs.AskText("Enter a file extension (e.g. .html)", "", "",
+                    [&](std::optional<std::string> text) { typed = std::move(text); });
+    auto* input = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(input, nullptr);
+    EXPECT_EQ(input->windowTitle(), "Vantorin");
+    input->setTextValue("html");
+    input->accept();
+    EXPECT_EQ(typed, "html");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 }  // namespace

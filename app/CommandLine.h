@@ -14,7 +14,7 @@ struct CommandLine {
     std::string url;
     std::string dir;
     std::string timeout;            // empty: 15 seconds, as a first start shows
-    std::string connections = "4";  // chosen from txtMax's list: "1" to "24"
+    std::string connections = "4";  // as chosen from the connections box's list: "1" to "24"
     std::string error;              // why the line was refused
 };
 

@@ -1,5 +1,5 @@
 // The list of wanted file types: the default list, the file
-// program folder + "\temp\filetypes.txt", and FileTypeSet built from it.
+// program folder + "\temp\filetypes.txt", and the set of wanted types built from it.
 #pragma once
 
 #include <string>

@@ -75,7 +75,7 @@ void FlattenTopLevelLinks(std::string& text) {
     ReplaceIn(text, "href= '../", "href =\"");
 }
 
-// Absolute links to the slot's own host become relative, with and without
+// Absolute links to the connection's own host become relative, with and without
 // "www.". An empty host yields "http://", so every "http://" goes.
 void RemoveOwnHostLinks(std::string& text, const std::string& slotHost) {
     std::string site = Trim(slotHost);

@@ -37,7 +37,7 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
     };
     for (const auto& [args, parsed] : cases)
         EXPECT_EQ(Parsed(args), parsed) << (args.empty() ? "(none)" : args.front());
-    // The connections as chosen from txtMax's list, "1" to "24" only.
+    // The connections as chosen from the connections box's list, "1" to "24" only.
     for (const std::string bad : {"0", "25", "abc", "04", "4.0", "-1", ""})
         EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--connections", bad}).error,
                   "--connections takes a whole number from 1 to 24: " + bad);

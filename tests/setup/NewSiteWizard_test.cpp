@@ -51,7 +51,7 @@ void Click(QWidget* button) {
 }
 
 // Every way of closing the wizard stores the timeout typed, trimmed, and sets
-// every slot's timer from it. Download and Close first make the folder typed
+// every connection's timer from it. Download and Close first make the folder typed
 // with slashes: shown and stored as typed with the final separator added,
 // handed to the rules backslashed; they save the types shown (a first run
 // shows the defaults twice). A folder that cannot be made gets "Eror" and the

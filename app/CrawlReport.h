@@ -1,7 +1,7 @@
 // The command line's last word on a crawl: what could not be written, what
 // the guard refused, whether any server answered, and the exit status that
 // sums it up. The window says none of this: its failing file steps stay
-// silent, as designed.
+// silent: a user of the window sees a failed write only as a missing file.
 #pragma once
 
 #include <cstdint>

@@ -19,7 +19,8 @@ void SaveFileTypes(const std::vector<std::string>& list, FileSystem& fs);
 void MakeFileTypesFile(std::vector<std::string>& list, FileSystem& fs);
 // The wizard's load step: makes the temp folder, writes the defaults when the
 // file is missing, then adds every non-blank line as read (untrimmed). A first
-// run therefore shows every default twice; kept as designed.
+// run therefore shows every default twice, and saving the list then writes
+// them twice.
 void FillFileTypesList(std::vector<std::string>& list, FileSystem& fs);
 // ":" + line lower-cased and trimmed + ":" for every non-blank line, in file
 // order; "" when the file is missing.

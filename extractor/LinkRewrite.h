@@ -9,7 +9,7 @@
 namespace vantorin {
 
 // The spellings rewritten to "href=", in the order they are applied. The order
-// is kept as designed: an earlier row can consume a later row's pattern ("href = x"
+// matters: an earlier row can consume a later row's pattern ("href = x"
 // becomes "href= x" by the first row), and the blank-led "src" rows consume
 // their blank ("img src=a" becomes "imghref=a").
 // clang-format off

@@ -127,7 +127,7 @@ FOLDER_FAULTS = [
     Case("full2m", 3, FULL, links=fill(70), tmpfs="2m"),
     Case("deleted", 0, links=fill(8), at_gate=lambda run: shutil.rmtree(run.out),
          files=listed("deleted", *(p.decode() for p in fill(8)))),
-    # A job that times out (its close unseen, kept as designed) fails again on
+    # A job that times out (its close unseen: a server that keeps the line open) fails again on
     # its retry, so the count is not pinned.
     Case("readonly", 3, (b"files could not be written:", b"Read-only file system"), links=fill(8),
          tmpfs="2m", at_gate=lambda run: read_only(run.mount_point, bind=False)),
@@ -178,13 +178,13 @@ CASES = [
     quick("silent", 4, 3, fault=HOLD),
     quick("noclose", 0, 3, fault=NOCLOSE),
     # The line kept open on the first request only: what came before the
-    # timeout, every byte, is saved in front of the retry's answer, as designed.
+    # timeout, every byte, is saved in front of the retry's answer (docs/crawl.md).
     Case("openonce", 0, timeout="1", connections=2,
          fault=lambda h, n=itertools.count(): NOCLOSE(h) if next(n) == 0 else h.send(LEAF),
          saved=("openonce.test/index.html", (LEAF.replace(b"\n", b"\r\n\n") + LEAF_HEAD.replace(
              b"\r\n", b"\r\n\r\n\n") + LEAF.replace(b"\n", b"\r\n\n") + b"\r\n",))),
     # A close a little after the bytes ends the job as one at once would: one
-    # request, the page saved once (line ends doubled, as designed); so does
+    # request, the page saved once (its line ends doubled, as every page's are); so does
     # every close of the demo site.
     *[Case(f"late{ms}", 0, pages={"/": LEAF}, late=ms / 1000, connections=1,
            saved=(f"late{ms}.test/index.html", (LEAF.replace(b"\n", b"\r\n\n") + b"\r\n",))) for ms in (20, 200)],
@@ -194,7 +194,7 @@ CASES = [
     # is saved; so is a headless answer. Should the program be held up for a
     # quarter second between the bytes and the reset, the job times out (the
     # default 5 s) and the retry's answer is saved behind the first one, header
-    # and all, with its line ends doubled, as designed.
+    # and all, with its line ends doubled.
     *[Case(name, 0, fault=lambda h, p=pause: RESET(h, p), saved=(f"{name}.test/index.html", (
         b"r" * RESET_SENT + b"\r\n",
         b"r" * RESET_SENT + RESET_HEAD.replace(b"\r\n", b"\r\n\r\n\n") + b"r" * RESET_SENT + b"\r\n")))
@@ -312,7 +312,8 @@ class Faults(unittest.TestCase):
                 bound = (2 * case.rss + 256 * MIB) * 9 // 8 if SANITIZED else case.rss
                 self.assertLess(run.peak_rss_kib * 1024, bound)
                 self.assertEqual(run.changes_outside(), [])
-                # Placeholders in folders the crawl did not make stay, as designed.
+                # Placeholders in folders the crawl did not make stay: the sweep leaves
+                # folders that were there before alone.
                 self.assertEqual([p for p in run.tmp_files() if p not in run.tmp_kept
                                   and os.path.dirname(p) not in run.old_folders], [])
                 real_out = os.path.realpath(run.out) + os.sep

@@ -27,7 +27,7 @@ class Handler(socketserver.StreamRequestHandler):
         try:
             # Corked, the last bytes leave with the close in one segment. A close
             # that came over a quarter second after the program had them would
-            # time the job out and retry it (kept as designed), so runs at load
+            # time the job out and retry it (as for a server that keeps the line open), so runs at load
             # would vary.
             self.request.setsockopt(socket.IPPROTO_TCP, socket.TCP_CORK, 1)
             self.request.settimeout(10)

@@ -19,10 +19,11 @@ extern "C" Q_DECL_EXPORT int vantorin_run_window(int argc, char** argv) {
     // Without a graphical session Qt would abort with advice about reinstalling.
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        std::fputs("vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
-                   "use the command line instead: vantorin --url ADDRESS --dir FOLDER (see "
-                   "vantorin --help)\n",
-                   stderr);
+        std::fputs(
+            "vantorin: no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
+            "use the command line instead: vantorin --url ADDRESS --dir FOLDER (see "
+            "vantorin --help)\n",
+            stderr);
         return 1;
     }
 #endif

@@ -8,12 +8,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "extractor/Admission.h"
 #include "extractor/LinkRewrite.h"
 #include "extractor/LinkScanner.h"
-#include "output/CrawlVariables.h"
 #include "output/Mirror.h"
 #include "platform/FileSystem.h"
-#include "platform/StringList.h"
+#include "tests/support/HandTurnedLoop.h"
 #include "text/Strings.h"
 
 namespace {
@@ -90,18 +90,18 @@ void BM_ExtractLinksIntoFreshMirror(benchmark::State& state) {
         state.PauseTiming();
         const std::string native = shm.Native() + "/m" + std::to_string(iteration++);
         std::filesystem::create_directories(native);
-        CrawlVariables vars;
-        vars.TargetFolder = Replace(native, "/", "\\") + "\\";
-        vars.SiteHost = "site.com";
-        vars.FileTypeSet = ":.html::.htm::.gif::.jpg:";
-        FileSystem fs(vars.TargetFolder, Replace(shm.Native(), "/", "\\") + "\\program");
-        Mirror m{vars, fs, {}, {}};
-        StringList queue, notTaken;
+        const std::string target = Replace(native, "/", "\\") + "\\";
+        FileSystem fs(target, Replace(shm.Native(), "/", "\\") + "\\program");
+        testing::HandTurnedLoop loop;
+        Mirror m{target, "site.com", {}, {}, fs, {}, loop};
+        const std::string wanted = ":.html::.htm::.gif::.jpg:";
+        KeywordFilters filters;
+        AddressList queue, notTaken;
         std::string text = page;
-        std::string base = "http://site.com/";
         state.ResumeTiming();
 
-        ExtractLinks(text, queue, base, notTaken, m);
+        testing::RunToEnd(
+            ExtractLinks(text, "http://site.com/", {m, wanted, filters, queue, notTaken}), loop);
 
         state.PauseTiming();
         queued = queue.Items().size();
@@ -125,18 +125,19 @@ BENCHMARK(BM_TextPasses)->Arg(1)->Arg(32)->Unit(benchmark::kMillisecond);
 void BM_ExtractLinksWithoutLinks(benchmark::State& state) {
     const std::string page = MakePageWithoutLinks(static_cast<std::size_t>(state.range(0)) * kMiB);
     ShmFolder shm;
-    CrawlVariables vars;
-    vars.TargetFolder = Replace(shm.Native(), "/", "\\") + "\\";
-    vars.SiteHost = "site.com";
-    FileSystem fs(vars.TargetFolder, vars.TargetFolder + "program");
-    Mirror m{vars, fs, {}, {}};
-    StringList queue, notTaken;
+    const std::string target = Replace(shm.Native(), "/", "\\") + "\\";
+    FileSystem fs(target, target + "program");
+    testing::HandTurnedLoop loop;
+    Mirror m{target, "site.com", {}, {}, fs, {}, loop};
+    const std::string wanted;
+    KeywordFilters filters;
+    AddressList queue, notTaken;
     for (auto _ : state) {
         state.PauseTiming();
         std::string text = page;
-        std::string base = "http://site.com/";
         state.ResumeTiming();
-        ExtractLinks(text, queue, base, notTaken, m);
+        testing::RunToEnd(
+            ExtractLinks(text, "http://site.com/", {m, wanted, filters, queue, notTaken}), loop);
     }
     if (!queue.Items().empty()) state.SkipWithError("a page without links queued something");
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * page.size()));

@@ -12,11 +12,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "output/CrawlVariables.h"
 #include "output/Mirror.h"
 #include "output/SaveFile.h"
 #include "platform/FileSystem.h"
-#include "text/PageText.h"
+#include "platform/PageTextFile.h"
+#include "tests/support/HandTurnedLoop.h"
 
 namespace {
 
@@ -70,21 +70,12 @@ std::string HtmlPage(std::size_t size) {
 
 void Run(benchmark::State& state, const std::string& received, const std::string& name) {
     BenchFolder folder;
-    CrawlVariables vars;
-    vars.TargetFolder = folder.Target();
-    vars.SiteHost = "site.com";
-    FileSystem files(vars.TargetFolder, folder.Target() + "program\\");
-    Mirror m{vars,
-             files,
-             [](const std::string& path) {
-                 return VisiblePageText(FileSystem::ToNative(path).string());
-             },
-             {}};
+    FileSystem files(folder.Target(), folder.Target() + "program\\");
+    testing::HandTurnedLoop loop;
+    Mirror m{folder.Target(), "site.com", {}, {}, files, VisiblePageText, loop};
     std::int32_t filesDone = 0;
-    for (auto _ : state) {
-        std::string address = name;
-        SaveFile(received, address, "www.site.com", m, filesDone);
-    }
+    for (auto _ : state)
+        testing::RunToEnd(SaveFile(received, name, "www.site.com", m, filesDone), loop);
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
                             static_cast<std::int64_t>(received.size()));
     state.counters["peak_rss_MiB"] = PeakRssMiB();

@@ -23,7 +23,8 @@ CrawlEngine::CrawlEngine(EngineParts parts)
       targetFolder_(std::move(parts.targetFolder)),
       scheduler_(*this, parts.timers()) {
     for (int i = 1; i <= kConnectionCount; ++i)
-        connections_[Index(i)] = std::make_unique<class Connection>(i, *this, parts.sockets(), parts.timers());
+        connections_[Index(i)] =
+            std::make_unique<class Connection>(i, *this, parts.sockets(), parts.timers());
     Load();
 }
 
@@ -97,8 +98,8 @@ void CrawlEngine::ChooseConnectionLimit(std::string text) {
     model_.connectionLimit = std::move(text);
     if (!IsNumeric(model_.connectionLimit) || ConnectionLimit() > 23) return;
     // A negative count would name rows that do not exist; those are skipped.
-    for (long long row = std::max(1LL, RoundHalfEven(ConnectionLimit()) + 1); row <= kConnectionCount;
-         ++row)
+    for (long long row = std::max(1LL, RoundHalfEven(ConnectionLimit()) + 1);
+         row <= kConnectionCount; ++row)
         model_.Row(static_cast<int>(row)).Reset();
 }
 

@@ -11,9 +11,9 @@ namespace vantorin {
 
 struct CrawlEvent {
     enum class Kind {
-        PageSaved,     // a finished download went to the save step (`saved` says where and whether)
-        TimedOut,      // a connection stayed silent for a whole interval and tries again
-        GivenUp,       // its third silence: the job is dropped
+        PageSaved,  // a finished download went to the save step (`saved` says where and whether)
+        TimedOut,   // a connection stayed silent for a whole interval and tries again
+        GivenUp,    // its third silence: the job is dropped
         SiteDownloaded,  // the queue ran dry with every connection closed; the crawl is over
         Stopped,         // a stop the user confirmed: the window reloads now
         Ended,           // the exit has stopped and swept: the program may end

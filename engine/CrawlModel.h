@@ -74,7 +74,9 @@ struct CrawlModel {
 
     std::array<ConnectionRow, kConnectionCount> rows;  // row n at index n - 1
     ConnectionRow& Row(int number) { return rows[static_cast<std::size_t>(number - 1)]; }
-    const ConnectionRow& Row(int number) const { return rows[static_cast<std::size_t>(number - 1)]; }
+    const ConnectionRow& Row(int number) const {
+        return rows[static_cast<std::size_t>(number - 1)];
+    }
 };
 
 }  // namespace vantorin

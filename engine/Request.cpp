@@ -37,9 +37,9 @@ SizeHeader ExpectedSizeIn(std::string_view chunk) {
     const std::string window = Trim(Mid(chunk, static_cast<long long>(at) + 16, 12));
     const std::size_t crlf = InStr(window, "\r\n");
     const std::string value =
-        crlf == 0 ? std::string()
-                  : Replace(Replace(Left(window, static_cast<long long>(crlf) - 1), "\r", ""),
-                            "\n", "");
+        crlf == 0
+            ? std::string()
+            : Replace(Replace(Left(window, static_cast<long long>(crlf) - 1), "\r", ""), "\n", "");
     const long long length = RoundHalfEven(Val(value));
     if (length < std::numeric_limits<std::int32_t>::min() ||
         length > std::numeric_limits<std::int32_t>::max())

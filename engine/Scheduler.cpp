@@ -39,7 +39,8 @@ void Scheduler::ConnectNext(std::string address) {
 
 int Scheduler::FindFree() const {
     // Connections above N are never handed out, even when theirs are closed.
-    const long long n = std::min<long long>(RoundHalfEven(crawl_.ConnectionLimit()), kConnectionCount);
+    const long long n =
+        std::min<long long>(RoundHalfEven(crawl_.ConnectionLimit()), kConnectionCount);
     for (int i = 1; i <= n; ++i)
         if (crawl_.ConnectionAt(i).IsFree()) return i;
     return 0;

@@ -14,8 +14,8 @@ namespace vantorin {
 
 // What admission judges a link against and where it puts it.
 struct Admission {
-    Mirror& mirror;                   // the site's host, the target folder, the records
-    const std::string& wantedTypes;   // each wanted extension wrapped in colons
+    Mirror& mirror;                  // the site's host, the target folder, the records
+    const std::string& wantedTypes;  // each wanted extension wrapped in colons
     const KeywordFilters& filters;
     AddressList& queue;
     AddressList& notTaken;  // links on the site whose type is not wanted

@@ -101,8 +101,7 @@ Task<SavedFile> SaveFile(const std::string& received, std::string address, std::
     address = CleanFileName(address);
     // The path is made before the header is cut off (nothing between the two
     // could tell), so the body's buffer is sized for its line ends at once.
-    std::string savePath =
-        MakeLocalPath(m.targetFolder + Trim(address), m.files, m.madeFolders);
+    std::string savePath = MakeLocalPath(m.targetFolder + Trim(address), m.files, m.madeFolders);
     if (LastChar(savePath) == "\\") savePath += "index.html";
     ReplaceIn(savePath, "\\.html", "\\index.html");
     const bool lineEnds = NeedsLineEndRewrite(savePath);

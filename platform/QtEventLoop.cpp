@@ -13,7 +13,8 @@ void QtEventLoop::ResumeLater(std::coroutine_handle<> job) {
     waiting_.Add(job);
     if (posted_) return;
     posted_ = true;
-    QMetaObject::invokeMethod(context_.get(), [this] { Turn(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        context_.get(), [this] { Turn(); }, Qt::QueuedConnection);
 }
 
 void QtEventLoop::Turn() {

@@ -74,7 +74,8 @@ private:
 };
 
 template <class P>
-std::coroutine_handle<> PromiseBase::Ending::await_suspend(std::coroutine_handle<P> ending) noexcept {
+std::coroutine_handle<> PromiseBase::Ending::await_suspend(
+    std::coroutine_handle<P> ending) noexcept {
     PromiseBase& promise = ending.promise();
     if (promise.awaiter) return promise.awaiter;
     if (promise.owner) {

@@ -13,11 +13,11 @@
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
-#include "text/Strings.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
 #include "platform/gui/Twips.h"
 #include "setup/Settings.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 

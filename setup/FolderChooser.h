@@ -28,7 +28,7 @@ public:
     void OpenFolder(const std::string& path);
 
     void DriveChosen();
-    void OkClicked();  // &Ok...
+    void OkClicked();      // &Ok...
     void CancelClicked();  // Cancel
 
     QComboBox* drives;

@@ -8,17 +8,17 @@
 #include <QStyle>
 
 #include "extractor/KeywordFilters.h"
-#include "text/Strings.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
 #include "platform/gui/Twips.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 
-KeywordFiltersDialog::KeywordFiltersDialog(SetupServices& services, QWidget* parent) : QDialog(parent), services_(services) {
+KeywordFiltersDialog::KeywordFiltersDialog(SetupServices& services, QWidget* parent)
+    : QDialog(parent), services_(services) {
     BuildControls();
-    for (const auto& keyword : services_.filters.List())
-        keywords->addItem(ToQt(keyword));
+    for (const auto& keyword : services_.filters.List()) keywords->addItem(ToQt(keyword));
 }
 
 KeywordFiltersDialog* KeywordFiltersDialog::Open(SetupServices& services, QWidget* parent) {

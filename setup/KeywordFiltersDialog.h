@@ -24,10 +24,10 @@ public:
     // front; it deletes itself once closed.
     static KeywordFiltersDialog* Open(SetupServices& services, QWidget* parent);
 
-    void AddClicked();  // Add
-    void RemoveClicked();  // Remove
+    void AddClicked();       // Add
+    void RemoveClicked();    // Remove
     void ClearAllClicked();  // Clear All
-    void CloseClicked();  // Close
+    void CloseClicked();     // Close
 
     std::vector<std::string> Items() const;
 

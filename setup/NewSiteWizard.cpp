@@ -192,8 +192,10 @@ void NewSiteWizard::SetWidthTwips(int twips) {
 }
 
 WizardFields NewSiteWizard::Fields() const {
-    WizardFields fields{FromQt(address->text()), FromDisplayPath(FromQt(folder->text())),
-                        FromQt(timeout->currentText()), {}};
+    WizardFields fields{FromQt(address->text()),
+                        FromDisplayPath(FromQt(folder->text())),
+                        FromQt(timeout->currentText()),
+                        {}};
     for (int i = 0; i < fileTypes->count(); ++i)
         fields.fileTypes.push_back(FromQt(fileTypes->item(i)->text()));
     return fields;
@@ -261,14 +263,14 @@ void NewSiteWizard::DeleteTypeClicked() {
 }
 
 void NewSiteWizard::DefaultTypesClicked() {
-    services_.dialogs.Ask(
-        "Are you sure you want to set the file types list to default?", "Default",
-        kInformation | kYesNo, [this, wizard = QPointer<NewSiteWizard>(this)](int answer) {
-            if (!wizard || answer == kAnswerNo) return;
-            std::vector<std::string> items;
-            MakeFileTypesFile(items, services_.files);
-            ShowFileTypes(items);
-        });
+    services_.dialogs.Ask("Are you sure you want to set the file types list to default?", "Default",
+                          kInformation | kYesNo,
+                          [this, wizard = QPointer<NewSiteWizard>(this)](int answer) {
+                              if (!wizard || answer == kAnswerNo) return;
+                              std::vector<std::string> items;
+                              MakeFileTypesFile(items, services_.files);
+                              ShowFileTypes(items);
+                          });
 }
 
 // The wizard grows and shrinks about its centre, then stays on the screen: a

@@ -27,14 +27,14 @@ public:
     // it has closed.
     static NewSiteWizard* Open(SetupServices& services, QWidget* parent);
 
-    void DownloadClicked();     // Download Website Now!
-    void CloseClicked();        // Close
-    void AddTypeClicked();      // Add a file type
-    void DeleteTypeClicked();   // Delete the selected file type
-    void DefaultTypesClicked(); // Set Default
-    void OptionsClicked();      // Options >> / <<
-    void ChooseFolderClicked(); // the folder chooser
-    void FiltersClicked();      // the keyword filters beside the wizard
+    void DownloadClicked();      // Download Website Now!
+    void CloseClicked();         // Close
+    void AddTypeClicked();       // Add a file type
+    void DeleteTypeClicked();    // Delete the selected file type
+    void DefaultTypesClicked();  // Set Default
+    void OptionsClicked();       // Options >> / <<
+    void ChooseFolderClicked();  // the folder chooser
+    void FiltersClicked();       // the keyword filters beside the wizard
 
     QLabel* addressLabel;
     QLineEdit* address;

@@ -92,8 +92,8 @@ void MainWindow::BuildControls() {
     form->setObjectName(QStringLiteral("form"));
     setCentralWidget(form);
 
-    const auto makeButton = [this](QWidget* parent, const char* name,
-                                   QStyle::StandardPixmap icon, const char* tip) {
+    const auto makeButton = [this](QWidget* parent, const char* name, QStyle::StandardPixmap icon,
+                                   const char* tip) {
         auto* button = new QPushButton(parent);
         button->setObjectName(QString::fromLatin1(name));
         button->setIcon(style()->standardIcon(icon));
@@ -103,8 +103,8 @@ void MainWindow::BuildControls() {
     toolbar_ = MakePanel(form, "toolbar", QFrame::NoFrame);
     startButton_ = makeButton(form, "startButton", QStyle::SP_MediaPlay, "Start downloading");
     stopButton_ = makeButton(toolbar_, "stopButton", QStyle::SP_MediaStop, "Stop downloading");
-    filtersButton_ = makeButton(toolbar_, "filtersButton", QStyle::SP_FileDialogDetailedView,
-                                "Keyword filters");
+    filtersButton_ =
+        makeButton(toolbar_, "filtersButton", QStyle::SP_FileDialogDetailedView, "Keyword filters");
     exploreButton_ = makeButton(toolbar_, "exploreButton", QStyle::SP_DirOpenIcon,
                                 "Explore the download folder");
 
@@ -202,7 +202,8 @@ void MainWindow::MakeRows() {
     for (int n = 1; n <= kConnectionCount; ++n) {
         RowLabels& row = rows_[static_cast<std::size_t>(n - 1)];
         const QByteArray number = QByteArray::number(n);
-        row.number = MakeLabel(connectionPanel_, ("rowNumber" + number).constData(), number.constData());
+        row.number =
+            MakeLabel(connectionPanel_, ("rowNumber" + number).constData(), number.constData());
         row.number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         row.status = MakeLabel(connectionPanel_, ("rowStatus" + number).constData(), "");
         row.size = MakeLabel(dataInColumn_, ("rowSize" + number).constData(), "");

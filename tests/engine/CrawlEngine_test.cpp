@@ -19,7 +19,8 @@ class EngineTest : public ::testing::Test, public EngineWorld {
 protected:
     EngineTest() {
         engine.onEvent = [this](const CrawlEvent& event) { told.push_back(event.kind); };
-        WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n.html\r\n.jpeg\r\n.txt\r\n");
+        WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"),
+                        ".htm\r\n.html\r\n.jpeg\r\n.txt\r\n");
     }
     void Answer(int n, const std::string& page) {
         socket(n).Accept();
@@ -40,8 +41,8 @@ TEST_F(EngineTest, StartCleansTheAddressAndEachTickFillsTheFirstFreeOfTheFirstN)
               std::tuple("www.a.test/", "Downloading Site [www.a.test/]", "www.a.test"));
     engine.ChooseConnectionLimit("2");
     Answer(1, "<a href='1.htm'> <a href='2.htm'> <a href='3.htm'>");
-    EXPECT_EQ(model.queue.Items(),
-              (std::vector<std::string>{"www.a.test/1.htm", "www.a.test/2.htm", "www.a.test/3.htm"}));
+    EXPECT_EQ(model.queue.Items(), (std::vector<std::string>{"www.a.test/1.htm", "www.a.test/2.htm",
+                                                             "www.a.test/3.htm"}));
     for (int ticks = 0; ticks < 3; ++ticks) tick().Fire();
     // Connections 1 and 2 busy: the third waits, though connection 3 is free.
     EXPECT_EQ(std::tuple(engine.ConnectionAt(1).Address(), engine.ConnectionAt(2).Address(),
@@ -68,7 +69,8 @@ TEST_F(EngineTest, ConnectionsCountResetsTheRowsAboveItAndRefusesFrom24Up) {
     for (const auto& [count, reset, refused] : cases) {
         engine.ChooseConnectionLimit(count);
         int notConnected = 0;
-        for (int n = 1; n <= kConnectionCount; ++n) notConnected += Row(n).status == "Not Connected.";
+        for (int n = 1; n <= kConnectionCount; ++n)
+            notConnected += Row(n).status == "Not Connected.";
         told.clear();
         engine.TypeConnectionLimit(count);
         EXPECT_EQ(std::tuple(notConnected, model.connectionLimit, told.size()),
@@ -117,14 +119,15 @@ TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
         silence(2).Fire();
         loop.RunUntilIdle();
     }
-    EXPECT_EQ(std::tuple(socket(2).connects.size(), model.Running(), Row(2).received, told),
-              std::tuple(3u, true, "-",
-                         std::vector{K::PageSaved, K::TimedOut, K::TimedOut, K::GivenUp}));
+    EXPECT_EQ(
+        std::tuple(socket(2).connects.size(), model.Running(), Row(2).received, told),
+        std::tuple(3u, true, "-", std::vector{K::PageSaved, K::TimedOut, K::TimedOut, K::GivenUp}));
     Answer(1, "");
     silence(2).Fire();  // a second ending tells nothing more
     loop.RunUntilIdle();
-    EXPECT_EQ(std::tuple(StatusLineOf(model), std::count(told.begin(), told.end(), K::SiteDownloaded)),
-              std::tuple("Website Downloaded!", 1));
+    EXPECT_EQ(
+        std::tuple(StatusLineOf(model), std::count(told.begin(), told.end(), K::SiteDownloaded)),
+        std::tuple("Website Downloaded!", 1));
 }
 
 // A retry that lands while the scan waits is appended behind what the scan
@@ -151,10 +154,10 @@ TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBodyAndNoHandlerNests) {
     socket(1).Accept();
     socket(1).Receive("HTTP/1.0 200 OK\r\n\r\nsecond", true);
     loop.RunUntilIdle();
-    EXPECT_EQ(std::tuple(engine.ConnectionAt(1).Attempts(),
-                         ReadNativeFile(dir.NativePath("site/a.test/p.htm")), socket(1).state,
-                         deepest),
-              std::tuple(2, "second\r\n", SocketState::Closed, 1));
+    EXPECT_EQ(
+        std::tuple(engine.ConnectionAt(1).Attempts(),
+                   ReadNativeFile(dir.NativePath("site/a.test/p.htm")), socket(1).state, deepest),
+        std::tuple(2, "second\r\n", SocketState::Closed, 1));
 }
 
 // What admission queues, the scheduler fetches and the save step names alike:
@@ -207,7 +210,8 @@ TEST_F(EngineTest, StartPauseStopReloadAndExit) {
     tick().Fire();  // one link fetched, one left queued
     const int focus = model.addressFocusRequests;
     engine.Stop();
-    EXPECT_EQ(std::tuple(told.back(), StatusLineOf(model)), std::tuple(K::Stopped, "Downloading Site [www.a.test/x.htm]"));
+    EXPECT_EQ(std::tuple(told.back(), StatusLineOf(model)),
+              std::tuple(K::Stopped, "Downloading Site [www.a.test/x.htm]"));
     loop.RunUntilIdle();
     EXPECT_EQ(std::tuple(StatusLineOf(model), model.addressFocusRequests, model.Running(),
                          model.pauseAllowed, tick().enabled, model.queue.Count()),
@@ -220,12 +224,14 @@ TEST_F(EngineTest, StartPauseStopReloadAndExit) {
     EXPECT_TRUE(socket(1).state == SocketState::Closed && socket(1).sent.size() == 1u);
 
     engine.Reload();
-    EXPECT_EQ(std::tuple(model.connectionLimit, model.filesDone, model.notTaken.Count(),
-                         StatusLineOf(model), CaptionsOf(model.shown)),
-              std::tuple("4", 0, 0u, "Not Connected.", CounterCaptions{"0 Files", "0 Bytes", "0 Files"}));
+    EXPECT_EQ(
+        std::tuple(model.connectionLimit, model.filesDone, model.notTaken.Count(),
+                   StatusLineOf(model), CaptionsOf(model.shown)),
+        std::tuple("4", 0, 0u, "Not Connected.", CounterCaptions{"0 Files", "0 Bytes", "0 Files"}));
     EXPECT_TRUE(NativeExists(dir.NativePath("prog/dldata")));
     for (int i = 1; i <= kConnectionCount; ++i)
-        EXPECT_EQ(std::pair(silence(i).interval, silence(i).enabled), std::pair(kDefaultSilenceMs, false));
+        EXPECT_EQ(std::pair(silence(i).interval, silence(i).enabled),
+                  std::pair(kDefaultSilenceMs, false));
 
     Start("www.a.test/new/x.htm");
     Answer(1, "<a href='y.htm'>");

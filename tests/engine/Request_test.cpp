@@ -18,16 +18,19 @@ TEST(Request, SplitsTheAddressAndShapesTheRequestLine) {
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"www.e.com", "www.e.com", "GET / HTTP/1.0"},
         {"www.e.com/about", "www.e.com", "GET /about/ HTTP/1.0"},
-        {"www.e.com/v.1/" + tail, "www.e.com", "GET " + ("/v.1/" + tail).substr(0, 999) + " HTTP/1.0"},
+        {"www.e.com/v.1/" + tail, "www.e.com",
+         "GET " + ("/v.1/" + tail).substr(0, 999) + " HTTP/1.0"},
         {"www.e.com/docs/index.html", "www.e.com", "GET /docs/ HTTP/1.0"},
         {"www.e.com//a.htm", "www.e.com", "GET /a.htm HTTP/1.0"},
         {"www.e.com/../x.htm", "www.e.com", ""},
         {"www.e.com\\..\\x.htm", "www.e.com\\..\\x.htm", "GET / HTTP/1.0"}};
     for (const auto& [address, host, line] : cases) {
         const HostAndPath split = SplitAddress(address);
-        const std::string asked = BuildRequestText(split.host, Replace(split.path, "/index.html", "/"));
+        const std::string asked =
+            BuildRequestText(split.host, Replace(split.path, "/index.html", "/"));
         EXPECT_EQ(split.host, host) << address;
-        EXPECT_EQ(ClimbsAboveRoot(asked) ? "" : asked.substr(0, asked.find("\r\n")), line) << address;
+        EXPECT_EQ(ClimbsAboveRoot(asked) ? "" : asked.substr(0, asked.find("\r\n")), line)
+            << address;
     }
     EXPECT_TRUE(ClimbsAboveRoot("GET \\..\\x HTTP/1.0"));
     EXPECT_EQ(BuildRequestText(" www.e.com/ ", "//"),

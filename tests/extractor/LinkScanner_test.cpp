@@ -6,8 +6,8 @@
 #include <tuple>
 
 #include "extractor/LinkRewrite.h"
-#include "text/Strings.h"
 #include "tests/support/MirrorFixture.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <tuple>
 
-#include "text/Strings.h"
 #include "tests/support/MirrorFixture.h"
+#include "text/Strings.h"
 
 namespace vantorin {
 namespace {

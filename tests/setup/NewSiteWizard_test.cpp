@@ -9,9 +9,9 @@
 #include <string>
 
 #include "platform/SettingsStore.h"
-#include "setup/SetupServices.h"
 #include "setup/FolderChooser.h"
 #include "setup/KeywordFiltersDialog.h"
+#include "setup/SetupServices.h"
 #include "tests/support/EngineWorld.h"
 
 namespace vantorin::testing {
@@ -92,11 +92,13 @@ TEST(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
         EXPECT_EQ(w.dialogs.asked, refused ? Strings{"Eror 16: That is an invalid directory. "
                                                      "Check it has no invalid characters."}
                                            : Strings{});
-        EXPECT_EQ(std::tuple(form.isVisible(), w.engine.Model().address, w.engine.Model().Running()),
-                  std::tuple(refused, started ? "www.site.test/" : "", started));
+        EXPECT_EQ(
+            std::tuple(form.isVisible(), w.engine.Model().address, w.engine.Model().Running()),
+            std::tuple(refused, started ? "www.site.test/" : "", started));
         EXPECT_EQ(w.settings.values["Timeout"],
                   refused ? "" : QString(timeout).trimmed().toStdString());
-        EXPECT_EQ(std::pair(w.engine.ConnectionAt(1).SilenceInterval(), w.engine.ConnectionAt(24).SilenceInterval()),
+        EXPECT_EQ(std::pair(w.engine.ConnectionAt(1).SilenceInterval(),
+                            w.engine.ConnectionAt(24).SilenceInterval()),
                   std::pair(ms, ms));
         EXPECT_EQ(TypesFile(w), made ? kDefaultsFile + kDefaultsFile : kDefaultsFile);
         if (!made) continue;
@@ -163,7 +165,8 @@ TEST(Wizard, OpensOverTheMainWindowAndStaysOnTheScreenAsItGrows) {
         for (int click = 0; click < 3; ++click) {  // opened, expanded, collapsed
             if (click > 0) wizard->OptionsClicked();
             // Its frame's size is known once it is shown, after it was placed.
-            const QRect frame = click ? wizard->frameGeometry() : QRect(wizard->pos(), wizard->size());
+            const QRect frame =
+                click ? wizard->frameGeometry() : QRect(wizard->pos(), wizard->size());
             EXPECT_TRUE(screen.contains(frame)) << placed.x() << " " << click;
             if (room) {
                 EXPECT_NEAR(frame.center().x(), placed.center().x(), 2) << click;
@@ -226,7 +229,8 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
         const auto open = [] {
             std::vector<KeywordFiltersDialog*> found;
             for (QWidget* top : QApplication::topLevelWidgets())
-                if (auto* opened = dynamic_cast<KeywordFiltersDialog*>(top); opened && opened->isVisible())
+                if (auto* opened = dynamic_cast<KeywordFiltersDialog*>(top);
+                    opened && opened->isVisible())
                     found.push_back(opened);
             return found;
         };

@@ -154,8 +154,8 @@ TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
 
     QTest::keyClick(window.connectionsBox()->lineEdit(), Qt::Key_Backspace);
     EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
-    EXPECT_EQ(dialogs.asked,
-              std::vector<std::string>{"Try Again 16: Must be a number of connections from 1 to 24"});
+    EXPECT_EQ(dialogs.asked, std::vector<std::string>{
+                                 "Try Again 16: Must be a number of connections from 1 to 24"});
     emit window.connectionsBox()->activated(1);  // "2"
     EXPECT_EQ(model.connectionLimit, "2");
 }
@@ -194,8 +194,7 @@ TEST_F(UiTest, ActivationOpensTheWizardAndAStopReloadsTheWindow) {
 // opens the wizard, since no crawl runs any more. Done's Yes opens the folder.
 TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
     const std::tuple<void (MainWindow::*)(), int, int> cases[] = {
-        {&MainWindow::StopClicked, kAnswerYes, 0},
-        {&MainWindow::NewSiteChosen, kAnswerNo, 1}};
+        {&MainWindow::StopClicked, kAnswerYes, 0}, {&MainWindow::NewSiteChosen, kAnswerNo, 1}};
     for (const auto& [click, answer, wizardsAfter] : cases) {
         wizards = 0;
         dialogs.held.clear();
@@ -238,7 +237,8 @@ TEST(MainWindowDialogs, AJobBeingScannedFinishesWhileADialogItsClickOpenedStays)
         w.Start("a.test");
         w.socket(1).Accept();
         w.socket(1).Receive("H\r\n\r\n<a href='x.htm'> <a href='later.htm'>", true);
-        while (w.model.Row(1).status != ConnectionRow::Status::Blank && !w.loop.Idle()) w.loop.Turn();
+        while (w.model.Row(1).status != ConnectionRow::Status::Blank && !w.loop.Idle())
+            w.loop.Turn();
         w.window.Render();
         click(w.window);
         QWidget* dialog = QApplication::activeModalWidget();

@@ -86,12 +86,11 @@ double CrawlEngine::ConnectionLimit() const {
 }
 
 void CrawlEngine::TypeConnectionLimit(std::string text) {
-    model_.connectionLimit = std::move(text);
     // The message says 24, but typed counts from 24 up are refused; chosen
     // from the list, 24 is taken. There is no lower bound.
-    if (IsNumeric(model_.connectionLimit) && ConnectionLimit() <= 23) return;
-    model_.connectionLimit = "4";
-    Tell({CrawlEvent::Kind::LimitRefused});
+    const bool refused = !IsNumeric(text) || Val(text) > 23;
+    model_.connectionLimit = refused ? std::string("4") : std::move(text);
+    if (refused) Tell(CrawlEvent::Kind::LimitRefused);
 }
 
 void CrawlEngine::ChooseConnectionLimit(std::string text) {
@@ -125,6 +124,10 @@ void CrawlEngine::Tell(CrawlEvent event) {
     if (onEvent) onEvent(event);
 }
 
+void CrawlEngine::Tell(CrawlEvent::Kind kind) {
+    Tell(CrawlEvent{kind, 0, {}, {}});
+}
+
 bool CrawlEngine::AllClosed() const {
     for (const auto& connection : connections_)
         if (!connection->IsFree()) return false;
@@ -147,7 +150,7 @@ Task<> CrawlEngine::Complete() {
     model_.status = CrawlStatus::Downloaded;
     RemoveTempFiles(mirror_);
     co_await NextTurn{loop_};
-    Tell({CrawlEvent::Kind::SiteDownloaded});
+    Tell(CrawlEvent::Kind::SiteDownloaded);
 }
 
 void CrawlEngine::HardStop() {
@@ -167,7 +170,7 @@ void CrawlEngine::Stop() {
 
 Task<> CrawlEngine::StopSteps() {
     HardStop();
-    Tell({CrawlEvent::Kind::Stopped});
+    Tell(CrawlEvent::Kind::Stopped);
     co_await NextTurn{loop_};
     model_.status = CrawlStatus::Cancelled;
     model_.pauseAllowed = false;
@@ -195,7 +198,7 @@ Task<> CrawlEngine::ExitSteps() {
     // A scan that went on during that turn may have queued a placeholder; no
     // job runs after the exit, so it is swept now or never.
     RemoveTempFiles(mirror_);
-    Tell({CrawlEvent::Kind::Ended});
+    Tell(CrawlEvent::Kind::Ended);
 }
 
 }  // namespace vantorin

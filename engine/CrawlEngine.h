@@ -99,6 +99,7 @@ private:
     void ShowCounts();
     Admission Admit();
     void Tell(CrawlEvent event);
+    void Tell(CrawlEvent::Kind kind);
     // After a job: with the queue empty and every connection closed the site
     // is complete.
     Task<> CompleteIfDone();

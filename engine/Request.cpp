@@ -7,16 +7,12 @@
 namespace vantorin {
 
 HostAndPath SplitAddress(std::string_view address) {
-    HostAndPath split;
-    if (const std::size_t slash = InStr(address, "/"); slash > 0) {
-        // Longer paths are cut: 999 characters is the most a request asks for.
-        split.path = Mid(address, static_cast<long long>(slash), 999);
-        split.host = Left(address, static_cast<long long>(slash) - 1);
-    } else {
-        split.host = std::string(address);
-        split.path = "/";
-    }
-    if (!Contains(split.path, ".")) split.path += "/";
+    const std::size_t slash = InStr(address, "/");
+    // Longer paths are cut: 999 characters is the most a request asks for.
+    HostAndPath split = slash > 0 ? HostAndPath{Left(address, static_cast<long long>(slash) - 1),
+                                                Mid(address, static_cast<long long>(slash), 999)}
+                                  : HostAndPath{std::string(address), std::string(1, '/')};
+    if (!Contains(split.path, ".")) split.path.push_back('/');
     return split;
 }
 

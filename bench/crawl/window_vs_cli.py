@@ -17,7 +17,8 @@ with the crawl benchmark's threaded server at 0 ms. Each run mirrors it:
   the folder and the timeout, so the New Site Wizard that opens at start is
   filled in, and Return presses its default button "Download Website Now!".
   The connections box keeps its default of 4; with --connections other than 4
-  the count is typed into it before the start, as a user would. The end is the
+  the count is typed into it just after the start (the wizard is modal before
+  it), while the start page is the only job. The end is the
   "Done." message box appearing: at that moment the process's CPU time
   (utime + stime from /proc/PID/stat) and the files saved are read; then the
   box is answered No and the program asked to exit (killed if it does not).
@@ -30,6 +31,7 @@ same moment, and the row-seconds empty, from the start press to "Done.".
 """
 import argparse
 import collections
+import json
 import os
 import re
 import select
@@ -193,15 +195,18 @@ def run_window(program, env, out, connections, server, display, label_library, p
             raise RuntimeError("the New Site Wizard did not open; the program said:\n" +
                                output.read()[-2000:])
     time.sleep(1)
-    if connections != 4:
-        main = find_window(WINDOW_TITLE)
-        # The connections box, in the main window's pixels at 96 dpi.
-        xdotool("mousemove", "--window", main, "575", "434", "click", "1", "key", "ctrl+a",
-                "type", str(connections))
-        wizard = find_window("^New Site Wizard$")
     startup_cpu = cpu_seconds(process.pid)
     t0 = time.monotonic()
     xdotool("windowactivate", "--sync", wizard, "key", "Return")
+    if connections != 4:
+        # The wizard is modal, so the connections box takes typing only once
+        # the crawl has started; the scheduler reads the count afresh at each
+        # tick. The box, in the main window's pixels at 96 dpi.
+        main = find_window(WINDOW_TITLE)
+        while find_window("^New Site Wizard$", 0):
+            time.sleep(0.05)
+        xdotool("mousemove", "--window", main, "575", "434", "click", "1", "key", "ctrl+a",
+                "type", str(connections))
     done = None
     while done is None and process.poll() is None and time.monotonic() - t0 < limit:
         time.sleep(0.2)
@@ -332,6 +337,9 @@ def main():
             if args.keep:
                 os.makedirs(args.keep, exist_ok=True)
                 shutil.copy2(log, os.path.join(args.keep, os.path.basename(log)))
+                # The crawl's start press and "Done." on the log's clock, and the figures.
+                with open(os.path.join(args.keep, f"run-{n}.json"), "w") as f:
+                    json.dump({"command line": cli, "window": window, "blanks": blanks}, f)
             shutil.rmtree(out, ignore_errors=True)
             results.append((cli, window, loaded, blanks))
 
@@ -348,7 +356,8 @@ def main():
               "| most rows blank at once | row-seconds blank | blank intervals | median s |")
         print("|---|---|---|---|---|---|---|---|---|")
         for n, (cli, window, loaded, b) in enumerate(results, 1):
-            ratio = (window["cpu"] / window["saved"]) / (cli["cpu"] / cli["saved"])
+            ratio = ((window["cpu"] / window["saved"]) / (cli["cpu"] / cli["saved"])
+                     if window["saved"] and cli["saved"] and cli["cpu"] else float("nan"))
             blank = (f"{b['longest']:.3f} ({b['longest_row']}, {b['longest_at']:.1f})"
                      if loaded else "log not loaded")
             print(f"| {n} | {ratio:.2f} | {window['startup_cpu']:.2f} | {window['x_cpu']:.2f} "

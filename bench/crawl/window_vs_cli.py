@@ -264,16 +264,24 @@ def analyse(rows, t0, t1):
     intervals = blank_intervals(rows, t0, t1)
     if not intervals:
         return {"intervals": 0, "longest": 0.0, "longest_at": 0.0, "longest_row": "-",
-                "most_at_once": 0, "row_seconds": 0.0, "median": 0.0}
+                "most_at_once": 0, "seconds_by_count": {0: t1 - t0}, "row_seconds": 0.0,
+                "median": 0.0}
     name, a, b = max(intervals, key=lambda i: i[2] - i[1])
     events = sorted([(s, 1) for _, s, _ in intervals] + [(e, -1) for _, _, e in intervals],
                     key=lambda e: (e[0], e[1]))
     at_once = most = 0
-    for _, step in events:
+    # Seconds of the crawl during which exactly k rows were empty, by k.
+    seconds_by_count = collections.Counter()
+    last = t0
+    for stamp, step in events:
+        seconds_by_count[at_once] += stamp - last
+        last = stamp
         at_once += step
         most = max(most, at_once)
+    seconds_by_count[at_once] += t1 - last
     return {"intervals": len(intervals), "longest": b - a, "longest_at": a - t0,
             "longest_row": name, "most_at_once": most,
+            "seconds_by_count": dict(sorted(seconds_by_count.items())),
             "row_seconds": sum(e - s for _, s, e in intervals),
             "median": statistics.median(e - s for _, s, e in intervals)}
 
@@ -363,6 +371,11 @@ def main():
             print(f"| {n} | {ratio:.2f} | {window['startup_cpu']:.2f} | {window['x_cpu']:.2f} "
                   f"| {blank} | {b['most_at_once']} | {b['row_seconds']:.1f} "
                   f"| {b['intervals']} | {b['median']:.4f} |")
+        print("\n| run | seconds of the crawl with k rows empty, k: seconds |")
+        print("|---|---|")
+        for n, (_, _, _, b) in enumerate(results, 1):
+            spread = ", ".join(f"{k}: {v:.1f}" for k, v in b["seconds_by_count"].items())
+            print(f"| {n} | {spread} |")
         server.shutdown()
     finally:
         if display:

@@ -19,7 +19,7 @@ struct ProgressFigures {
 class CrawlEngine;
 
 // What the progress line shows of a crawl: files saved, the queue, bytes, and
-// the connections not closed.
+// the connections at work on a job.
 ProgressFigures FiguresOf(const CrawlEngine& engine);
 std::string FormatProgress(const ProgressFigures& figures);
 

@@ -64,7 +64,7 @@ void Connection::Fetch(const std::string& address) {
     received_ = 0;
     expected_ = 0;
     attempts_ = 1;
-    ++attempt_;
+    ++generation_;
 
     socket_->Close();
     RestartSilence();  // the timeout starts now
@@ -80,7 +80,7 @@ void Connection::Connected() {
     if (address_.empty()) {  // torn down by a stop while it connected
         socket_->Close();
         Row().status = ConnectionRow::Status::NotConnected;
-        phase_ = ConnectionPhase::Free;
+        phase_ = ConnectionPhase::Idle;
         return;
     }
     ReplaceIn(path_, "/index.html", "/");
@@ -89,7 +89,7 @@ void Connection::Connected() {
         // Never sent. The silence timer keeps running, so the job ends through
         // its timeouts, as a server that never answers does.
         socket_->Close();
-        phase_ = ConnectionPhase::Free;
+        phase_ = ConnectionPhase::Idle;
         return;
     }
     socket_->Send(request);
@@ -102,7 +102,6 @@ void Connection::DataWaiting() {
     // The socket delivers nothing more until this chunk is done, so a chunk
     // that comes with the server's close is never taken before the ones ahead.
     socket_->Hold();
-    takingChunk_ = true;
     crawl_.jobs_.Start(TakeChunk());
 }
 
@@ -126,15 +125,14 @@ Task<> Connection::TakeChunk() {
         socket_->Close();
         Row().status = ConnectionRow::Status::NotConnected;
     }
-    takingChunk_ = false;
     socket_->Release();
 }
 
 Task<> Connection::ProcessChunk(std::string chunk) {
-    const unsigned attempt = attempt_;
+    const unsigned generation = generation_;
     // Whether the job this chunk belongs to still owns the connection after
     // the event loop ran: a stop or a timeout's retry meanwhile takes it over.
-    const auto stillOurs = [this, attempt] { return attempt_ == attempt; };
+    const auto stillOurs = [this, generation] { return generation_ == generation; };
 
     response_ += chunk;
     co_await NextTurn{crawl_.loop_};
@@ -168,7 +166,7 @@ Task<> Connection::ProcessChunk(std::string chunk) {
     co_await ExtractLinks(response_, base, crawl_.Admit());
     if (!stillOurs()) co_return;  // a stop, or a retry, owns the socket now
     socket_->Close();
-    phase_ = ConnectionPhase::Free;
+    phase_ = ConnectionPhase::Idle;
     co_await NextTurn{crawl_.loop_};
     co_await crawl_.CompleteIfDone();
 }
@@ -203,7 +201,7 @@ Task<> Connection::TimeOut() {
         bool& timingOut;
         ~Over() { timingOut = false; }
     } over{timingOut_};
-    const unsigned attempt = attempt_;
+    const unsigned generation = generation_;
     // The note is saved in place of the file, under a name that starts with a
     // blank: it lands in a " host" folder that is never made, so the write
     // fails and a file received earlier is kept.
@@ -211,7 +209,7 @@ Task<> Connection::TimeOut() {
                       crawl_.model_.filesDone);
     co_await NextTurn{crawl_.loop_};
     // A stop, or a new job here, while the loop ran leaves nothing to retry.
-    if (attempt_ != attempt) co_return;
+    if (generation_ != generation) co_return;
     socket_->Close();
     Row().Reset();
 
@@ -219,7 +217,7 @@ Task<> Connection::TimeOut() {
         // The failed attempt's bytes stay: the next attempt's answer is
         // appended behind them, so the saved file holds everything that came.
         ++attempts_;
-        ++attempt_;
+        ++generation_;
         crawl_.Tell({CrawlEvent::Kind::TimedOut, number_, address_, {}});
         Row().status = ConnectionRow::Status::Connecting;
         Row().about = host_;
@@ -227,7 +225,7 @@ Task<> Connection::TimeOut() {
         socket_->Connect(host_, kPort);
     } else {
         crawl_.Tell({CrawlEvent::Kind::GivenUp, number_, address_, {}});
-        phase_ = ConnectionPhase::Free;
+        phase_ = ConnectionPhase::Idle;
         co_await crawl_.CompleteIfDone();
     }
 }
@@ -240,10 +238,10 @@ void Connection::TearDown() {
     address_.clear();
     host_.clear();
     response_.clear();
-    ++attempt_;
+    ++generation_;
     socket_->Close();
     silence_->SetEnabled(false);
-    phase_ = ConnectionPhase::Free;
+    phase_ = ConnectionPhase::Idle;
 }
 
 }  // namespace vantorin

@@ -1,6 +1,6 @@
 // One of the crawl's 24 connections and the job it runs: its socket, its
 // silence timer, the bytes received for the job and the attempts made. A job
-// goes connecting -> receiving -> saving -> scanning -> free; a silence of one
+// goes connecting -> receiving -> saving -> scanning -> idle; a silence of one
 // whole interval saves a timeout note and tries again, three times at most.
 // docs/crawl.md draws the phases.
 #pragma once
@@ -18,7 +18,9 @@ namespace vantorin {
 class CrawlEngine;
 struct ConnectionRow;
 
-enum class ConnectionPhase { Free, Connecting, Receiving, Saving, Scanning };
+// What the connection is doing: idle (its socket closed, whatever its timer
+// does), connecting, receiving its answer, saving it, scanning it for links.
+enum class ConnectionPhase { Idle, Connecting, Receiving, Saving, Scanning };
 
 // The silence timer's interval until the wizard sets the timeout.
 inline constexpr int kDefaultSilenceMs = 20000;
@@ -77,7 +79,7 @@ private:
     CrawlEngine& crawl_;
     std::unique_ptr<Socket> socket_;
     std::unique_ptr<Timer> silence_;
-    ConnectionPhase phase_ = ConnectionPhase::Free;
+    ConnectionPhase phase_ = ConnectionPhase::Idle;
 
     std::string address_;
     std::string host_;
@@ -86,11 +88,11 @@ private:
     std::int32_t expected_ = 0;
     std::int32_t received_ = 0;
     int attempts_ = 0;
-    // Raised whenever the socket is connected anew or the job torn down: a
-    // job that waited for the event loop compares it to tell whether the
-    // connection is still its own.
-    unsigned attempt_ = 0;
-    bool takingChunk_ = false;  // the socket is held until this chunk is done
+    // Raised whenever the socket is connected anew or the job torn down, so
+    // a job that waited for the event loop can tell, by comparing it with the
+    // value it began with, whether the connection is still its own. Not to be
+    // confused with attempts_, the tries made for the job (1 to 3).
+    unsigned generation_ = 0;
     bool timingOut_ = false;    // a silence that comes meanwhile is let pass
 };
 

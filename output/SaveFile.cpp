@@ -27,13 +27,16 @@ bool NeedsLineEndRewrite(const std::string& savePath) {
     return false;
 }
 
-// The body after the first blank line. Without one the position counts as 0
-// and the text from the 4th character is kept: the first three characters are
-// lost. The buffer is sized up front for the closing CR LF
-// and for the line-end rewrite, which then grows the text where it stands.
+// The body: what follows the first blank line (CR LF CR LF). Without one, the
+// position of the blank line counts as 0 and the body starts at the 4th
+// character: the first three characters are lost. The buffer is sized up
+// front for the closing CR LF and for the line-end rewrite, which then grows
+// the text where it stands.
 std::string StripHeader(const std::string& received, bool lineEndsToRewrite) {
-    std::size_t at = InStr(received, "\r\n\r\n");
-    std::size_t from = at + 3;  // 0-based start of Mid(received, at + 4)
+    // 1-based position of the blank line, 0 without one; the body starts four
+    // characters after it, at the 0-based index position + 3.
+    const std::size_t at = InStr(received, "\r\n\r\n");
+    const std::size_t from = at + 3;
     std::string body;
     if (from >= received.size()) return body;
     const std::string_view rest = std::string_view(received).substr(from);

@@ -62,11 +62,11 @@ TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
     testing::WriteNativeFile(world.dir.NativePath("prog/temp/filetypes.txt"), ".html\r\n");
     world.Start("www.a.test/");
     world.socket(1).Accept();
-    world.socket(1).Receive("H\r\n\r\n<a href='x.html'>", true);
+    world.socket(1).Receive("H\r\n\r\n<a href='x.html'> <a href='y.html'> <a href='z.html'>", true);
     world.loop.RunUntilIdle();
-    world.socket(1).state = SocketState::Connected;  // the first connection and the last
-    world.socket(24).state = SocketState::Closing;
-    EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{1, 1, 22, 2}));
+    world.tick().Fire();
+    world.tick().Fire();  // two connections at work, one address still queued
+    EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{1, 1, 58, 2}));
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
               "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");
     ProgressLine line(false);

@@ -31,7 +31,7 @@ namespace {
 constexpr const char* kTitle = "Vantorin Website Downloader 1.9";
 // The window draws the model at most this often, so a page that queues a
 // thousand links costs the queue list one update, not a thousand.
-constexpr int kFrameMs = 33;
+constexpr int kFrameMs = 100;
 
 // A picture box: a sunken panel.
 QFrame* MakePanel(QWidget* parent, const char* name, QFrame::Shape shape) {

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "app/CheckRun.h"
 #include "app/CommandLine.h"
 #include "app/CrawlReport.h"
 #include "app/HeadlessDialogs.h"
@@ -76,6 +77,11 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     if (DownloadWebsiteNow(fields, parts.services, engine) == DownloadStart::FolderRefused)
         return kExitFolderError;
 
+    // The files the crawl saves, for the offline check at its end.
+    std::vector<std::string> saved;
+    engine.MirrorState().fs.onWholeFileWritten = [&](const std::string& path) {
+        saved.push_back(path);
+    };
     QTimer ticker;
     QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(FiguresOf(engine)); });
     ticker.start(progress.IntervalMs());
@@ -93,6 +99,8 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     }
     result.bytesReceived = engine.State().TotalBytes;
     result.faults = Combined(parts.fs.Faults(), engine.MirrorFileSystem().Faults());
+    PrintLine(
+        CrawlCheckLine(FileSystem::ToNative(parts.vars.TargetFolder).string(), std::move(saved)));
     for (const std::string& reportLine : ReportLines(result)) PrintLine(reportLine);
     const int exitStatus = ExitStatus(result);
     if (exitStatus == kExitDone) std::printf("%s\n", kSiteDownloadedText);
@@ -113,6 +121,8 @@ int RunCommandLine(int argc, char** argv) {
         case CommandLine::Action::UsageError:
             std::fprintf(stderr, "vantorin: %s\n%s", line.error.c_str(), UsageText().c_str());
             return kExitUsage;
+        case CommandLine::Action::Check:
+            return RunCheck(line.checkFolder);
         case CommandLine::Action::Window:
         case CommandLine::Action::Crawl:
             break;

@@ -214,6 +214,7 @@ bool FileSystem::WriteWhole(const std::string& path, const std::string& bytes, b
         Note(faults_.filesFailed, faults_.firstFiles, path, std::move(*failed));
         lastFailedFile_ = path;
     }
+    if (!failed && onWholeFileWritten) onWholeFileWritten(ToNative(path).string());
     return !failed;
 }
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -71,6 +72,9 @@ public:
     bool MayChange(const std::string& path, bool creatingFolder = false) const;
 
     const WriteFaults& Faults() const { return faults_; }
+
+    // Called with the native path of every file WriteWhole wrote in full.
+    std::function<void(const std::string& nativePath)> onWholeFileWritten;
 
 private:
     bool MayChangeNative(const std::filesystem::path& path, bool creatingFolder) const;

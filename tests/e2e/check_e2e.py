@@ -13,6 +13,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 SITE, EXPECTED = os.path.join(HERE, "site"), os.path.join(HERE, "expected")
 HOST = "www.e2esite.test"
 TYPES = {"temp/filetypes.txt": b".html\r\n.txt\r\n"}
+OFFLINE = {"main": (b"25 of 40", b"4"), "types": (b"2 of 4", b"0")}
 
 
 def answer(handler, host, path):
@@ -46,6 +47,11 @@ class EndToEnd(unittest.TestCase):
             with self.subTest(expected):
                 run = Run(expected, HOST, ["--url", url, "--dir", "{out}", *args], **kwargs)
                 self.assertEqual((run.status, run.stdout), (0, DONE_LINE), run.stderr)
+                # The offline check over the pages saved, last on stderr: the
+                # mirror keeps "list.php_id=3" links and root-relative ones.
+                self.assertTrue(run.stderr.endswith(b"\nOffline check: %s links between saved pages lead to a "
+                                                    b"saved file; %s lead online.\n" % OFFLINE[expected]),
+                                run.stderr[-300:])
                 self.assertNotIn(b"\033[K", run.stderr)  # progress as lines: stderr is no terminal
                 self.assertEqual(contents(run.out), contents(os.path.join(EXPECTED, expected)), run.stderr[-2000:])
                 # Every request in full; on one connection in the order of the list (newest first).

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -18,6 +20,11 @@ namespace {
 // of an ordinary mirror is counted exactly, and a mirror broken everywhere
 // still costs no more than this.
 constexpr std::size_t kTallyLimit = 1 << 14;
+// Pages read between two merges of their results, the threads reading them
+// at most, and the lookups each thread keeps.
+constexpr std::size_t kBatch = 256;
+constexpr std::size_t kMaxLanes = 4;
+constexpr std::size_t kCachedKinds = 1 << 15;
 
 bool IsAsciiLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -166,31 +173,52 @@ private:
     std::int64_t seen_ = 0;
 };
 
+// Whether paths are files or folders, kept for the latest lookups: pages of
+// a mirror link to the same files again and again.
+class KindCache {
+public:
+    PathKind Of(const std::string& path) {
+        Slot& slot = slots_[std::hash<std::string>{}(path) % slots_.size()];
+        if (!slot.known || slot.path != path) {
+            slot.path = path;
+            slot.kind = KindOfPath(path);
+            slot.known = true;
+        }
+        return slot.kind;
+    }
+
+private:
+    struct Slot {
+        std::string path;
+        PathKind kind = PathKind::None;
+        bool known = false;
+    };
+    std::vector<Slot> slots_ = std::vector<Slot>(kCachedKinds);
+};
+
+// What one page's links came to.
+struct PageResult {
+    std::string unreadable;  // the reason, when the page could not be read
+    std::int64_t local = 0, resolved = 0, online = 0;
+    std::vector<std::pair<std::string, std::string>> broken;  // link, looked for
+};
+
+// Pages are read in batches, one page at a time on each lane (a thread with
+// its own cache), and their results are added in the batches' order, so the
+// report is the same however the lanes ran.
 class Checker {
 public:
-    explicit Checker(std::string folder) : root_(std::move(folder)) {
+    explicit Checker(std::string folder)
+        : root_(std::move(folder)),
+          lanes_(std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMaxLanes)) {
         while (root_.size() > 1 && root_.back() == '/') root_.pop_back();
     }
 
     const std::string& Root() const { return root_; }
 
-    void Page(const std::string& relative) {
-        std::string reason;
-        const auto links = LinksOfPageFile(Below(relative), reason);
-        if (!links) return Unreadable(relative, reason);
-        const std::size_t slash = relative.rfind('/');
-        const std::string_view folder =
-            std::string_view(relative).substr(0, slash == std::string::npos ? 0 : slash);
-        for (const std::string& link : *links) {
-            Target target = Resolve(folder, link);
-            if (target.kind == LinkKind::Online) ++report_.online;
-            if (target.kind != LinkKind::Local) continue;
-            ++report_.localLinks;
-            if (Found(target))
-                ++report_.resolved;
-            else
-                tally_.Add(relative, link, target.path);
-        }
+    void Page(std::string relative) {
+        batch_.push_back(std::move(relative));
+        if (batch_.size() == kBatch) Flush();
     }
 
     void Unreadable(const std::string& relative, const std::string& reason) {
@@ -200,27 +228,72 @@ public:
     }
 
     OfflineReport Finish() {
+        Flush();
         report_.brokenNotShown = report_.localLinks - report_.resolved;
         report_.broken = tally_.MostCommon(OfflineReport::kShown, report_.brokenNotShown);
         return std::move(report_);
     }
 
 private:
+    void Flush() {
+        std::vector<PageResult> results(batch_.size());
+        auto run = [&](std::size_t lane) {
+            for (std::size_t i = lane; i < batch_.size(); i += lanes_.size())
+                results[i] = Read(batch_[i], lanes_[lane]);
+        };
+        std::vector<std::thread> helpers;
+        for (std::size_t lane = 1; lane < lanes_.size() && lane < batch_.size(); ++lane)
+            helpers.emplace_back(run, lane);
+        run(0);
+        for (std::thread& helper : helpers) helper.join();
+        for (std::size_t i = 0; i < batch_.size(); ++i) {
+            PageResult& r = results[i];
+            if (!r.unreadable.empty()) Unreadable(batch_[i], r.unreadable);
+            report_.localLinks += r.local;
+            report_.resolved += r.resolved;
+            report_.online += r.online;
+            for (const auto& [link, lookedFor] : r.broken) tally_.Add(batch_[i], link, lookedFor);
+        }
+        batch_.clear();
+    }
+
+    PageResult Read(const std::string& relative, KindCache& kinds) const {
+        PageResult result;
+        const auto links = LinksOfPageFile(Below(relative), result.unreadable);
+        if (!links) return result;
+        const std::size_t slash = relative.rfind('/');
+        const std::string_view folder =
+            std::string_view(relative).substr(0, slash == std::string::npos ? 0 : slash);
+        for (const std::string& link : *links) {
+            Target target = Resolve(folder, link);
+            if (target.kind == LinkKind::Online) ++result.online;
+            if (target.kind != LinkKind::Local) continue;
+            ++result.local;
+            if (Found(target, kinds))
+                ++result.resolved;
+            else
+                result.broken.emplace_back(link, std::move(target.path));
+        }
+        return result;
+    }
+
     std::string Below(const std::string& relative) const { return root_ + "/" + relative; }
 
     // True when the target is a file, or a folder holding "index.html"; the
     // target's path becomes the index file's when a folder was looked in.
-    bool Found(Target& target) const {
+    bool Found(Target& target, KindCache& kinds) const {
         if (target.outside) return false;
         if (!target.folder) {
-            const PathKind kind = KindOfPath(Below(target.path));
+            const PathKind kind = kinds.Of(Below(target.path));
             if (kind != PathKind::Folder) return kind == PathKind::File;
         }
         target.path += target.path.empty() ? "index.html" : "/index.html";
-        return KindOfPath(Below(target.path)) == PathKind::File;
+        return kinds.Of(Below(target.path)) == PathKind::File;
     }
 
     std::string root_;
+    std::vector<KindCache> lanes_;
+    std::vector<std::string> batch_;
     OfflineReport report_;
     BrokenTally tally_;
 };

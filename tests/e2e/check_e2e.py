@@ -75,6 +75,9 @@ class EndToEnd(unittest.TestCase):
             ("version", ["--version"], 0, b"Vantorin Website Downloader 1.9\n"),
             ("connections-24", ["--url", HOST + "/a.html", "--connections", "24", *quick], 0, DONE_LINE),
             ("hint", ["--url", "https://" + HOST + "/", *quick], 4, b'Hint: the address starts with "https://"'),
+            ("check", ["--check", os.path.join(EXPECTED, "main")], 1,
+             b"saved file; 4 lead online.\ne2esite.test/index.html -> list.php_id=3 (looked for: "),
+            ("check-missing", ["--check", "{out}"], 2, b"cannot be read: No such file or directory\n"),
             ("no-display", [], 1, b"no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
                                   b"use the command line (vantorin --help), or make demo\n"),
         ]:

@@ -90,7 +90,7 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
         {"other hosts and schemes",
          {{"a.SHTML",
            "<a href=http://o.test/><a href='mailto:me@o.test'><script src=//cdn.test/x.js>"
-           "</script><a href=JavaScript:go()><a href='HTTPS://o.test/x.html'>"}},
+           "</script><a href=JavaScript:go()><a href='view-source:x.html'>"}},
          {Summary(0, 0, "5 lead online")},
          0},
         {"every kind of link, and text that only looks like one",
@@ -148,12 +148,14 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
 TEST(CheckPages, ReadsOnlyTheGivenPages) {
     testing::TempDir dir;
     Build(dir, {{"h/a.html", "<a href=b.html><a href=c.gif>"},
-                {"h/b.html", "<a href=gone.html>"},
-                {"h/c.gif", ""}});
+                {"h/b.html", "<a href=a.html>"},
+                {"h/c.gif", ""},
+                {"h/d.html", "<a href=gone.html>"}});
     const std::string a = dir.NativePath("h/a.html");
-    EXPECT_EQ(SummaryLine(CheckPages(dir.Native(), {a, dir.NativePath("h/c.gif"), a,
-                                                    dir.NativePath("../elsewhere.html")})),
-              Summary(2, 2, "0 lead online"));
+    EXPECT_EQ(SummaryLine(CheckPages(dir.Native(),
+                                     {a, dir.NativePath("h/c.gif"), dir.NativePath("h/b.html"), a,
+                                      dir.NativePath("../elsewhere.html")})),
+              Summary(3, 3, "0 lead online"));
 }
 
 }  // namespace

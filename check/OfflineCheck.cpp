@@ -21,10 +21,10 @@ namespace {
 // still costs no more than this.
 constexpr std::size_t kTallyLimit = 1 << 14;
 // Pages read between two merges of their results, the threads reading them
-// at most, and the lookups each thread keeps.
+// at most, and the file names each thread keeps.
 constexpr std::size_t kBatch = 256;
 constexpr std::size_t kMaxLanes = 4;
-constexpr std::size_t kCachedKinds = 1 << 15;
+constexpr std::size_t kCachedNames = 1 << 17;
 
 bool IsAsciiLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -173,27 +173,36 @@ private:
     std::int64_t seen_ = 0;
 };
 
-// Whether paths are files or folders, kept for the latest lookups: pages of
-// a mirror link to the same files again and again.
+// What the names below the checked folder are, read a folder at a time and
+// kept: the pages of a mirror link into the same folders again and again.
+// Past kCachedNames names, the folders kept are dropped and read again.
 class KindCache {
 public:
-    PathKind Of(const std::string& path) {
-        Slot& slot = slots_[std::hash<std::string>{}(path) % slots_.size()];
-        if (!slot.known || slot.path != path) {
-            slot.path = path;
-            slot.kind = KindOfPath(path);
-            slot.known = true;
+    PathKind Of(const std::string& root, std::string_view relative) {
+        const std::size_t slash = relative.rfind('/');
+        const bool inFolder = slash != std::string_view::npos;
+        std::string folder(relative.substr(0, inFolder ? slash : 0));
+        auto it = folders_.find(folder);
+        if (it == folders_.end()) {
+            if (names_ > kCachedNames) {
+                folders_.clear();
+                names_ = 0;
+            }
+            Names names;
+            for (auto& [name, kind] : ListFolder(root + "/" + folder).value_or(Listing()))
+                names.emplace(std::move(name), kind);
+            names_ += names.size() + 1;
+            it = folders_.emplace(std::move(folder), std::move(names)).first;
         }
-        return slot.kind;
+        const auto hit = it->second.find(std::string(relative.substr(inFolder ? slash + 1 : 0)));
+        return hit == it->second.end() ? PathKind::None : hit->second;
     }
 
 private:
-    struct Slot {
-        std::string path;
-        PathKind kind = PathKind::None;
-        bool known = false;
-    };
-    std::vector<Slot> slots_ = std::vector<Slot>(kCachedKinds);
+    using Listing = std::vector<std::pair<std::string, PathKind>>;
+    using Names = std::unordered_map<std::string, PathKind>;
+    std::unordered_map<std::string, Names> folders_;
+    std::size_t names_ = 0;
 };
 
 // What one page's links came to.
@@ -284,11 +293,11 @@ private:
     bool Found(Target& target, KindCache& kinds) const {
         if (target.outside) return false;
         if (!target.folder) {
-            const PathKind kind = kinds.Of(Below(target.path));
+            const PathKind kind = kinds.Of(root_, target.path);
             if (kind != PathKind::Folder) return kind == PathKind::File;
         }
         target.path += target.path.empty() ? "index.html" : "/index.html";
-        return kinds.Of(Below(target.path)) == PathKind::File;
+        return kinds.Of(root_, target.path) == PathKind::File;
     }
 
     std::string root_;

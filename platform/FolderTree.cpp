@@ -38,12 +38,20 @@ bool List(const fs::path& folder, Listing& listing, std::string& reason) {
 
 }  // namespace
 
-PathKind KindOfPath(const std::string& path) {
+std::optional<std::vector<std::pair<std::string, PathKind>>> ListFolder(const std::string& folder) {
+    std::vector<std::pair<std::string, PathKind>> entries;
     std::error_code ec;
-    const fs::file_status status = fs::status(path, ec);
-    if (fs::is_regular_file(status)) return PathKind::File;
-    if (fs::is_directory(status)) return PathKind::Folder;
-    return PathKind::None;
+    fs::directory_iterator it(folder, ec);
+    for (; !ec && it != fs::directory_iterator(); it.increment(ec)) {
+        // The kind comes with the listing; only links cost a look at their target.
+        std::error_code kindError;
+        const PathKind kind = it->is_regular_file(kindError) ? PathKind::File
+                              : it->is_directory(kindError)  ? PathKind::Folder
+                                                             : PathKind::None;
+        entries.emplace_back(it->path().filename().string(), kind);
+    }
+    if (ec) return std::nullopt;
+    return entries;
 }
 
 bool WalkFiles(

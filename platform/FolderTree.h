@@ -6,13 +6,16 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace vantorin {
 
 enum class PathKind { None, File, Folder };  // None: missing, or neither (a device, a loop)
 
-// What `path` names, links followed.
-PathKind KindOfPath(const std::string& path);
+// The names in `folder` and what each is, links followed; nothing when the
+// folder cannot be listed.
+std::optional<std::vector<std::pair<std::string, PathKind>>> ListFolder(const std::string& folder);
 
 // Calls `visit` for every entry below `root` that is not a folder, with its
 // path relative to `root` ("/" between names) and an empty error: folder by

@@ -13,14 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A file's path below the mirror and its bytes; a path ending in "/" is an
-// empty folder, and the bytes "@loop" make the file a link to itself, which
-// no one can read.
+// A file's path below the mirror ("../" for beside it) and its bytes; a path
+// ending in "/" is an empty folder, and the bytes "@loop" make the file a link
+// to itself, which no one can read. Returns the mirror's folder.
 using Files = std::vector<std::pair<std::string, std::string>>;
 
-void Build(const testing::TempDir& dir, const Files& files) {
+std::string Build(const testing::TempDir& dir, const Files& files) {
+    fs::create_directories(dir.NativePath("m"));
     for (const auto& [path, bytes] : files) {
-        const std::string native = dir.NativePath(path);
+        const std::string native = dir.NativePath("m/" + path);
         if (path.ends_with("/"))
             fs::create_directories(native);
         else if (bytes == "@loop")
@@ -28,6 +29,7 @@ void Build(const testing::TempDir& dir, const Files& files) {
         else
             testing::WriteNativeFile(native, bytes);
     }
+    return dir.NativePath("m");
 }
 
 std::string Summary(int resolved, int local, const std::string& online) {
@@ -55,6 +57,15 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
     }
     manyLines.push_back("and 19,981 more broken links");
 
+    Files loops{{"ok.html", ""}};  // six pages no one can read
+    std::vector<std::string> loopLines{Summary(0, 0, "0 lead online"),
+                                       "6 pages or folders could not be read:"};
+    for (const char* name : {"l1.html", "l2.html", "l3.html", "l4.html", "l5.html", "l6.html"}) {
+        loops.emplace_back(name, "@loop");
+        loopLines.push_back(std::string("  ") + name + ": Too many levels of symbolic links");
+    }
+    loopLines.back() = "  and 1 more";
+
     const Case cases[] = {
         {"relative",
          {{"h/a.html",
@@ -65,7 +76,9 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
          {Summary(5, 5, "0 lead online")},
          0},
         {"root-relative and climbing",
-         {{"h/b.html", ""}, {"h/sub/a.html", "<a href=/h/b.html><a href=../../../x.html>"}},
+         {{"h/b.html", ""},
+          {"../x.html", ""},
+          {"h/sub/a.html", "<a href=/h/b.html><a href=../../../x.html>"}},
          {Summary(0, 2, "0 lead online"), "h/sub/a.html -> /h/b.html (looked for: /h/b.html)",
           "h/sub/a.html -> ../../../x.html (looked for: ../x.html)"},
          1},
@@ -123,18 +136,13 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
          {Summary(0, 4, "0 lead online"), "a.html -> gone2.html (looked for: gone2.html)",
           "a.html -> gone1.html (looked for: gone1.html)"},
          1},
-        {"an unreadable page",
-         {{"loop.html", "@loop"}, {"ok.html", ""}},
-         {Summary(0, 0, "0 lead online"),
-          "1 page or folder could not be read:", "  loop.html: Too many levels of symbolic links"},
-         2},
+        {"unreadable pages", loops, loopLines, 2},
         {"an empty folder", {}, {Summary(0, 0, "0 lead online")}, 0},
         {"many broken targets", {{"big.html", many}}, manyLines, 1},
     };
     for (const Case& c : cases) {
         testing::TempDir dir;
-        Build(dir, c.files);
-        const OfflineReport report = CheckFolder(dir.Native() + "/");
+        const OfflineReport report = CheckFolder(Build(dir, c.files) + "/");
         EXPECT_EQ(CheckReportLines(report), c.lines) << c.name;
         EXPECT_EQ(CheckExitStatus(report), c.status) << c.name;
     }
@@ -147,14 +155,14 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
 // any file of the folder.
 TEST(CheckPages, ReadsOnlyTheGivenPages) {
     testing::TempDir dir;
-    Build(dir, {{"h/a.html", "<a href=b.html><a href=c.gif>"},
-                {"h/b.html", "<a href=a.html>"},
-                {"h/c.gif", ""},
-                {"h/d.html", "<a href=gone.html>"}});
-    const std::string a = dir.NativePath("h/a.html");
-    EXPECT_EQ(SummaryLine(CheckPages(dir.Native(),
-                                     {a, dir.NativePath("h/c.gif"), dir.NativePath("h/b.html"), a,
-                                      dir.NativePath("../elsewhere.html")})),
+    const std::string m = Build(dir, {{"h/a.html", "<a href=b.html><a href=c.gif>"},
+                                      {"h/b.html", "<a href=a.html>"},
+                                      {"h/c.gif", ""},
+                                      {"h/d.html", "<a href=gone.html>"},
+                                      {"../elsewhere.html", "<a href=gone.html>"}});
+    const std::string a = m + "/h/a.html";
+    EXPECT_EQ(SummaryLine(CheckPages(
+                  m, {a, m + "/h/c.gif", m + "/h/b.html", a, dir.NativePath("elsewhere.html")})),
               Summary(3, 3, "0 lead online"));
 }
 

@@ -16,7 +16,7 @@ TEST(LinksOfHtml, ReadsRefreshTargetsAndTrimsBlanks) {
         {"<meta http-equiv=' REFRESH ' content=\"1.5 , URL = 'b c.html' x\">", {"b c.html"}},
         {"<meta http-equiv=refresh content='0; \"d.html'>", {"d.html"}},
         {"<meta http-equiv=refresh content='0; e.html'>", {"e.html"}},
-        {"<meta http-equiv=refresh content='0; url'>", {"url"}},
+        {"<meta http-equiv=refresh content='0; url x'>", {"url x"}},
         {"<meta http-equiv=refresh content='3'><meta http-equiv=refresh><meta content='0;g'>"
          "<meta http-equiv=refresh content='url=f.html'>",
          {}},

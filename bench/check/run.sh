@@ -22,7 +22,10 @@ for shape in "100000 30" "100000 10" "10000 30"; do
     status=0
     /usr/bin/time -o "$work/time" -f "%e %U %S %M" "$program" --check "$work/mirror" \
         >"$work/report" || status=$?
-    read -r wall user sys rss <"$work/time"
+    # The last line: time puts "Command exited with non-zero status" before it.
+    read -r wall user sys rss <<EOF
+$(tail -n 1 "$work/time")
+EOF
     echo "| $1 | $(($1 * $2)) | $wall | $(awk "BEGIN { print $user + $sys }") | $((rss / 1024)) | $status |"
     head -n 1 "$work/report" >&2
 done

@@ -99,6 +99,7 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     }
     result.bytesReceived = engine.State().TotalBytes;
     result.faults = Combined(parts.fs.Faults(), engine.MirrorFileSystem().Faults());
+    engine.MirrorState().fs.onWholeFileWritten = nullptr;  // `saved` goes before the engine
     PrintLine(
         CrawlCheckLine(FileSystem::ToNative(parts.vars.TargetFolder).string(), std::move(saved)));
     for (const std::string& reportLine : ReportLines(result)) PrintLine(reportLine);

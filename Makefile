@@ -77,6 +77,7 @@ bench: deps
 		if [ -f "$$b" ] && [ -x "$$b" ]; then "$$b" || exit 1; fi; \
 	done
 	@sh bench/crawl/run.sh $(BUILD)-bench/app/vantorin
+	@sh bench/check/run.sh $(BUILD)-bench/app/vantorin
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-bench $(BUILD)-asan

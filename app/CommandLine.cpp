@@ -42,6 +42,7 @@ bool IsTimeoutSeconds(const std::string& text) {
 
 std::string UsageText() {
     return "Usage: vantorin --url ADDRESS --dir FOLDER [--timeout SECONDS] [--connections N]\n"
+           "       vantorin --check FOLDER\n"
            "       vantorin --help | --version\n"
            "Without arguments the program opens its window.\n"
            "\n"
@@ -50,6 +51,10 @@ std::string UsageText() {
            "  --timeout SECONDS  per-file timeout, from 0.001 to 2147483\n"
            "                     (default 15)\n"
            "  --connections N    connections at once, 1 to 24 (default 4)\n"
+           "  --check FOLDER     check that the saved pages in FOLDER link to each other\n"
+           "                     offline; the first 20 broken links are listed\n"
+           "\n"
+           "A crawl ends with the same check over the pages it saved.\n"
            "\n"
            "Exit status:\n"
            "  0    the site was downloaded and every file written\n"
@@ -58,7 +63,9 @@ std::string UsageText() {
            "  4    no server answered: nothing was received\n"
            "  64   usage error\n"
            "  130  interrupted (Ctrl-C or SIGTERM)\n"
-           "When both 3 and 4 apply, 3 is given.\n";
+           "When both 3 and 4 apply, 3 is given.\n"
+           "With --check: 0 every local link leads to a saved file, 1 some do not,\n"
+           "2 the folder or a page in it cannot be read, 64 usage error.\n";
 }
 
 CommandLine ParseCommandLine(const std::vector<std::string>& args) {
@@ -69,6 +76,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
     bool sawDir = false;
     bool sawTimeout = false;
     bool sawConnections = false;
+    bool sawCheck = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
         std::string name = args[i];
         std::string value;
@@ -90,7 +98,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
         const Option options[] = {{"--url", &line.url, &sawUrl},
                                   {"--dir", &line.dir, &sawDir},
                                   {"--timeout", &line.timeout, &sawTimeout},
-                                  {"--connections", &line.connections, &sawConnections}};
+                                  {"--connections", &line.connections, &sawConnections},
+                                  {"--check", &line.checkFolder, &sawCheck}};
         const Option* option = nullptr;
         for (const Option& candidate : options) {
             if (name == candidate.name) option = &candidate;
@@ -103,6 +112,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
         }
         *option->target = value;
         *option->seen = true;
+    }
+    if (sawCheck) {
+        if (sawUrl || sawDir || sawTimeout || sawConnections)
+            return Refuse("--check FOLDER takes no other option");
+        if (line.checkFolder.empty()) return Refuse("--check FOLDER is required");
+        line.action = CommandLine::Action::Check;
+        return line;
     }
     if (!sawUrl) return Refuse("--url ADDRESS is required");
     if (!sawDir || Trim(line.dir).empty()) return Refuse("--dir FOLDER is required");

@@ -1,6 +1,7 @@
 // The program's command line: no arguments open the window; otherwise
 // `vantorin --url ADDRESS --dir FOLDER [--timeout SECONDS] [--connections N]`
-// runs one crawl with no window, or --help / --version answer and end.
+// runs one crawl with no window, `vantorin --check FOLDER` checks a mirror's
+// links, or --help / --version answer and end.
 #pragma once
 
 #include <string>
@@ -9,10 +10,11 @@
 namespace vantorin {
 
 struct CommandLine {
-    enum class Action { Window, Crawl, Help, Version, UsageError };
+    enum class Action { Window, Crawl, Check, Help, Version, UsageError };
     Action action = Action::Window;
     std::string url;
     std::string dir;
+    std::string checkFolder;        // the folder --check reads
     std::string timeout;            // empty: 15 seconds, as a first start shows
     std::string connections = "4";  // as chosen from the connections box's list: "1" to "24"
     std::string error;              // why the line was refused
@@ -26,7 +28,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args);
 std::string UsageText();
 inline constexpr const char* kVersionText = "Vantorin Website Downloader 1.9";
 
-// Exit codes of the command line.
+// Exit codes of the command line; --check has its own (check/OfflineCheck.h).
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitFolderError = 2;
 inline constexpr int kExitWriteFailed = 3;

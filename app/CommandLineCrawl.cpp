@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "app/CheckRun.h"
 #include "app/CommandLine.h"
 #include "app/CrawlReport.h"
 #include "app/ProgramParts.h"
@@ -62,6 +63,7 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     bool interrupted = false;
     bool ending = false;
     UnsavedPages unsaved;
+    std::vector<std::string> saved;  // the files written, for the offline check at the end
     const auto end = [&] {
         if (ending) return;
         ending = true;
@@ -70,6 +72,8 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     engine.onEvent = [&](const CrawlEvent& event) {
         switch (event.kind) {
             case CrawlEvent::Kind::PageSaved:
+                if (event.saved.written)
+                    saved.push_back(FileSystem::ToNative(event.saved.path).string());
                 if (unsaved.Note(event.saved.written) && !ending) {
                     progress.Break();
                     PrintLine(unsaved.GaveUpLine());
@@ -107,6 +111,7 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
     result.interrupted = interrupted;
     result.bytesReceived = engine.Model().bytesReceived;
     result.faults = Combined(parts.files.Faults(), engine.MirrorFaults());
+    PrintLine(CrawlCheckLine(FileSystem::ToNative(folder).string(), std::move(saved)));
     for (const std::string& reportLine : ReportLines(result)) PrintLine(reportLine);
     const int status = ExitStatus(result);
     if (status == kExitDone) std::printf("The website has been downloaded.\n");
@@ -127,6 +132,8 @@ int RunCommandLine(int argc, char** argv) {
         case CommandLine::Action::UsageError:
             std::fprintf(stderr, "vantorin: %s\n%s", line.error.c_str(), UsageText().c_str());
             return kExitUsage;
+        case CommandLine::Action::Check:
+            return RunCheck(line.checkFolder);
         case CommandLine::Action::Window:
         case CommandLine::Action::Crawl:
             break;

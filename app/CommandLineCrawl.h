@@ -1,5 +1,5 @@
 // The command line's entry: parses the arguments and either answers --help
-// and --version or runs one crawl with no window.
+// and --version, checks a mirror, or runs one crawl with no window.
 #pragma once
 
 namespace vantorin {

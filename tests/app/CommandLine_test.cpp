@@ -12,7 +12,7 @@ namespace {
 // The parse in one line: action, url, dir, timeout, connections, error.
 std::string Parsed(const std::vector<std::string>& args) {
     const CommandLine l = ParseCommandLine(args);
-    const char* const actions[] = {"Window", "Crawl", "Help", "Version", "UsageError"};
+    const char* const actions[] = {"Window", "Crawl", "Check", "Help", "Version", "UsageError"};
     return std::string(actions[static_cast<int>(l.action)]) + "|" + l.url + "|" + l.dir + "|" +
            l.timeout + "|" + l.connections + "|" + l.error;
 }
@@ -34,9 +34,14 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
          "UsageError||||4|--timeout takes a number of seconds from 0.001 to 2147483: soon"},
         {{"www.a.test"}, "UsageError||||4|unknown argument: www.a.test"},
         {{"--version=2"}, "UsageError||||4|unknown argument: --version=2"},
+        {{"--check=/m"}, "Check||||4|"},
+        {{"--check", "/m", "--connections", "2"},
+         "UsageError||||4|--check FOLDER takes no other option"},
+        {{"--check", ""}, "UsageError||||4|--check FOLDER is required"},
     };
     for (const auto& [args, parsed] : cases)
         EXPECT_EQ(Parsed(args), parsed) << (args.empty() ? "(none)" : args.front());
+    EXPECT_EQ(ParseCommandLine({"--check", "/m"}).checkFolder, "/m");
     // The connections as chosen from the connections box's list, "1" to "24" only.
     for (const std::string bad : {"0", "25", "abc", "04", "4.0", "-1", ""})
         EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--connections", bad}).error,
@@ -52,7 +57,7 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
     for (const std::string item :
          {"--help | --version\n", "\n  --url ", "\n  --dir ", "\n  --timeout ", "(default 15)\n",
           "\n  --connections ", "\nExit status:\n  0 ", "\n  2 ", "\n  3 ", "\n  4 ", "\n  64 ",
-          "\n  130 "})
+          "\n  130 ", "\n  --check ", "\nWith --check: 0 "})
         EXPECT_NE(UsageText().find(item), std::string::npos) << item;
 }
 

@@ -15,6 +15,7 @@ HOST = "www.e2esite.test"
 TYPES = {"temp/filetypes.txt": b".html\r\n.txt\r\n"}
 # What the window stored; the command line neither reads nor changes it.
 STORED = b"[Settings]\nInDir=/nowhere/\nLastURL=http://www.other.test/\nTimeout=0.001\n"
+OFFLINE = {"main": (b"25 of 40", b"4"), "types": (b"2 of 4", b"0")}
 
 
 def answer(handler, host, path):
@@ -49,6 +50,11 @@ class EndToEnd(unittest.TestCase):
             with self.subTest(expected):
                 run = Run(expected, HOST, ["--url", url, "--dir", "{out}", *args], **kwargs)
                 self.assertEqual((run.status, run.stdout), (0, DONE_LINE), run.stderr)
+                # The offline check over the pages saved, last on stderr: the
+                # mirror keeps "list.php_id=3" links and root-relative ones.
+                self.assertTrue(run.stderr.endswith(b"\nOffline check: %s links between saved pages lead to a "
+                                                    b"saved file; %s lead online.\n" % OFFLINE[expected]),
+                                run.stderr[-300:])
                 self.assertNotIn(b"\033[K", run.stderr)  # progress as lines: stderr is no terminal
                 self.assertEqual(contents(run.out), contents(os.path.join(EXPECTED, expected)), run.stderr[-2000:])
                 # Every request in full; on one connection in the order of the list (newest first).
@@ -76,6 +82,9 @@ class EndToEnd(unittest.TestCase):
             ("version", ["--version"], 0, b"Vantorin Website Downloader 1.9\n"),
             ("connections-24", ["--url", HOST + "/a.html", "--connections", "24", *quick], 0, DONE_LINE),
             ("hint", ["--url", "https://" + HOST + "/", *quick], 4, b'Hint: the address starts with "https://"'),
+            ("check", ["--check", os.path.join(EXPECTED, "main")], 1,
+             b"saved file; 4 lead online.\ne2esite.test/index.html -> list.php_id=3 (looked for: "),
+            ("check-missing", ["--check", "{out}"], 2, b"cannot be read: No such file or directory\n"),
             ("no-display", [], 1, b"no graphical session (neither DISPLAY nor WAYLAND_DISPLAY is set): "
                                   b"use the command line instead: vantorin --url ADDRESS --dir FOLDER (see vantorin --help)\n"),
         ]:

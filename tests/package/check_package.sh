@@ -49,7 +49,8 @@ check() { # check NAME COMMAND...: counts the result, naming a failure.
 says_nothing() { said=$("$@" 2>&1) && [ -z "$said" ] || { echo "$said"; return 1; }; }
 for file in bin/vantorin libexec/vantorin/vantorin-window.so share/applications/$app.desktop \
     share/metainfo/$app.metainfo.xml share/man/man1/vantorin.1.gz share/doc/vantorin/copyright \
-    share/doc/vantorin/changelog.gz share/icons/hicolor/scalable/apps/$app.svg \
+    share/doc/vantorin/changelog.gz share/bash-completion/completions/vantorin \
+    share/icons/hicolor/scalable/apps/$app.svg \
     share/icons/hicolor/48x48/apps/$app.png share/icons/hicolor/128x128/apps/$app.png \
     share/icons/hicolor/256x256/apps/$app.png; do
     check "package holds /usr/$file" test -s "$root/usr/$file"
@@ -63,6 +64,13 @@ check "lintian" lintian --fail-on error,warning "$2/vantorin.deb"
 check "desktop-file-validate" says_nothing desktop-file-validate "$root/usr/share/applications/$app.desktop"
 check "appstreamcli validate" appstreamcli validate --no-net "$root/usr/share/metainfo/$app.metainfo.xml"
 check "man --warnings" says_nothing sh -c 'man --warnings -l "$1" >/dev/null' sh "$root/usr/share/man/man1/vantorin.1.gz"
+# completes "WORDS" OFFERED: what bash offers for the last word, in the scratch root.
+completes() {
+    [ "$(cd "$root" && bash -c '. "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1))
+        _vantorin; echo "${COMPREPLY[*]}"' bash "$root/usr/share/bash-completion/completions/vantorin" $1)" = "$2" ]
+}
+check "bash completes --check" completes "vantorin --che" --check
+check "bash completes a folder after --check" completes "vantorin --check us" usr
 
 if ! reason=$(unshare -r -n -m true 2>&1); then
     echo "package: $passed passed, $failed failed; skipped: the mirror (no private network namespace: $reason)"

@@ -91,6 +91,14 @@ void FolderChooser::BuildControls() {
     cancelButton->setAutoDefault(false);
     PlaceTwips(*cancelButton, 5400, 4680, 1335, 375);
     setFixedSize(Twips(*this, 6855), Twips(*this, 5175));
+    setObjectName("folderChooser");
+    for (const auto& [widget, name] : std::initializer_list<std::pair<QWidget*, const char*>>{
+             {drives, "drives"},
+             {openFolderLabel, "openFolderLabel"},
+             {folders, "folders"},
+             {okButton, "okButton"},
+             {cancelButton, "cancelButton"}})
+        widget->setObjectName(name);
 
     connect(drives, &QComboBox::currentIndexChanged, this, [this] { DriveChosen(); });
     connect(folders, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {

@@ -84,6 +84,19 @@ void KeywordFiltersDialog::BuildControls() {
     setFixedSize(Twips(*this, 5295), Twips(*this, 5550));
 
     for (QPushButton* b : {removeButton, clearAllButton, closeButton}) b->setAutoDefault(false);
+    setObjectName("keywordFilters");
+    for (const auto& [widget, name] :
+         std::initializer_list<std::pair<QWidget*, const char*>>{{heading, "heading"},
+                                                                 {explanation, "explanation"},
+                                                                 {keywordLabel, "keywordLabel"},
+                                                                 {entry, "entry"},
+                                                                 {addButton, "addButton"},
+                                                                 {keywords, "keywords"},
+                                                                 {removeButton, "removeButton"},
+                                                                 {clearAllButton, "clearAllButton"},
+                                                                 {closeButton, "closeButton"},
+                                                                 {note, "note"}})
+        widget->setObjectName(name);
     connect(addButton, &QPushButton::clicked, this, [this] { AddClicked(); });
     connect(removeButton, &QPushButton::clicked, this, [this] { RemoveClicked(); });
     connect(clearAllButton, &QPushButton::clicked, this, [this] { ClearAllClicked(); });

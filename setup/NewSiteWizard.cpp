@@ -125,6 +125,28 @@ void NewSiteWizard::BuildControls() {
     for (QPushButton* b : {closeButton, addTypeButton, deleteTypeButton, defaultTypesButton,
                            optionsButton, chooseFolderButton, filtersButton})
         b->setAutoDefault(false);
+    setObjectName("newSiteWizard");
+    for (const auto& [widget, name] : std::initializer_list<std::pair<QWidget*, const char*>>{
+             {addressLabel, "addressLabel"},
+             {address, "address"},
+             {folderLabel, "folderLabel"},
+             {chooseFolderButton, "chooseFolderButton"},
+             {folder, "folder"},
+             {warning, "warning"},
+             {downloadButton, "downloadButton"},
+             {closeButton, "closeButton"},
+             {optionsButton, "optionsButton"},
+             {filtersButton, "filtersButton"},
+             {options, "options"},
+             {fileTypesLabel, "fileTypesLabel"},
+             {fileTypes, "fileTypes"},
+             {addTypeButton, "addTypeButton"},
+             {deleteTypeButton, "deleteTypeButton"},
+             {defaultTypesButton, "defaultTypesButton"},
+             {timeoutLabel, "timeoutLabel"},
+             {timeout, "timeout"},
+             {secondsLabel, "secondsLabel"}})
+        widget->setObjectName(name);
 
     connect(downloadButton, &QPushButton::clicked, this, [this] { DownloadClicked(); });
     connect(closeButton, &QPushButton::clicked, this, [this] { CloseClicked(); });

@@ -13,6 +13,8 @@
 #include "setup/KeywordFiltersDialog.h"
 #include "setup/SetupServices.h"
 #include "tests/support/EngineWorld.h"
+#include "tests/support/WidgetSnapshot.h"
+#include "text/Strings.h"
 
 namespace vantorin::testing {
 namespace {
@@ -259,6 +261,43 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(filters.isNull());
     EXPECT_EQ(ReadNativeFile(w.dir.NativePath("prog/filters.txt")), "ADS\r\nPOP UP\r\n");
+}
+
+// Each dialog of the setup as it opens, control by control: the wizard
+// collapsed and expanded, the keyword filters with two keywords, and the
+// folder chooser on a folder with two folders in it (the machine's drives
+// and the temporary folder's name masked).
+TEST(Wizard, EachDialogLooksAsItsSnapshot) {
+    SetupWorld w;
+    w.settings.values = {{"InDir", "/home/me/Websites/"}, {"LastURL", "http://www.site.test/"}};
+    NewSiteWizard wizard(w.services);
+    wizard.show();
+    ExpectSnapshot(wizard, "setup/snapshots/wizard-collapsed.txt");
+    wizard.OptionsClicked();
+    ExpectSnapshot(wizard, "setup/snapshots/wizard-expanded.txt");
+
+    w.filters.Save({"ADS", "TRACK"}, w.files);
+    KeywordFiltersDialog* filters = KeywordFiltersDialog::Open(w.services, &wizard);
+    ExpectSnapshot(*filters, "setup/snapshots/filters.txt");
+    filters->reject();
+
+    for (const char* folder : {"sites/Alpha", "sites/Beta"})
+        std::filesystem::create_directories(w.dir.NativePath(folder));
+    w.settings.values["InDir"] = w.dir.Native() + "/sites/";
+    FolderChooser chooser(w.settings);
+    chooser.show();
+    // The text between `after` and the next quote, replaced.
+    const auto masked = [](std::string& snapshot, const std::string& after,
+                           const std::string& with) {
+        const std::size_t from = snapshot.find(after) + after.size();
+        snapshot.replace(from, snapshot.find('"', from) - from, with);
+    };
+    ExpectSnapshot(chooser, "setup/snapshots/folder-chooser.txt", [&](std::string snapshot) {
+        masked(snapshot, " drives \"", "DRIVES");
+        masked(snapshot, " openFolderLabel \"", "TEMPORARY/sites");
+        masked(snapshot, " folders \"", "... sites, Alpha, Beta]");
+        return snapshot;
+    });
 }
 
 }  // namespace

@@ -9,7 +9,9 @@
 #include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "tests/support/EngineWorld.h"
+#include "tests/support/WidgetSnapshot.h"
 #include "text/Strings.h"
+#include "ui/PauseDialog.h"
 
 namespace vantorin::testing {
 namespace {
@@ -71,6 +73,36 @@ TEST_F(UiTest, TheRowsCountersAndButtonsShowTheModel) {
     const int queueWidth = window.queue()->width();
     window.resize(window.width() + 150, window.height());
     EXPECT_NEAR(window.queue()->width(), queueWidth + 150, 1);  // laid out again
+    window.hide();
+}
+
+// Each state of the main window, control by control: idle at the start, a
+// crawl with a few rows at work and the queue taken from, the pause dialog,
+// and the window reloaded after a stop.
+TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
+    window.show();
+    window.Render();
+    ExpectSnapshot(window, "ui/snapshots/main-idle.txt");
+    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
+    Start("www.a.test/");
+    Answer("<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
+    tick().Fire();
+    tick().Fire();
+    socket(1).Accept();
+    socket(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab");
+    loop.RunUntilIdle();
+    window.Render();
+    ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
+    window.PauseChosen();
+    auto* pause = window.findChild<PauseDialog*>();
+    ASSERT_NE(pause, nullptr);
+    ExpectSnapshot(*pause, "ui/snapshots/pause.txt");
+    pause->close();
+    dialogs.answers = {kAnswerYes};
+    window.StopClicked();
+    loop.RunUntilIdle();
+    window.Render();
+    ExpectSnapshot(window, "ui/snapshots/main-after-stop.txt");
     window.hide();
 }
 

@@ -305,7 +305,7 @@ class Faults(unittest.TestCase):
             with self.subTest(case.name):
                 # Not killed by a signal, no sanitizer report, nor a word on settings.
                 self.assertGreaterEqual(run.status, 0, err)
-                self.assertEqual([w for w in [b"Sanitizer", b"runtime error", b"etting"] if w in err], [], err)
+                self.assertEqual([w for w in [b"Sanitizer", b"runtime error", b"etting"] if w in run.stderr], [], err)
                 # Under the sanitizers freed blocks wait in a quarantine of up to
                 # 256 MiB, blocks that leave it stay with the sanitizer's
                 # allocator, and every byte has a shadow of an eighth.

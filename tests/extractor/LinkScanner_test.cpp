@@ -39,6 +39,31 @@ TEST(RewriteForScan, MatchesTheRowByRowPassesOnMixedText) {
     }
 }
 
+// Each spelling the scanner knows, in table order, as the rows leave it: an
+// earlier row can take a later row's text ("href = " is met by "href =" first).
+TEST(RewriteForScan, RewritesEverySpellingAsTheRowsInTheirOrderDo) {
+    const std::string spellings =
+        "|href =|href = |href=|HREF=|HREF = |HREF =|HREF= |hRef=|hRef = |hRef =|hRef= |Href=|Href "
+        "= "
+        "|Href =|Href= |hREF=|hREF = |hREF =|hREF= |background =|background=|background = "
+        "|background= |BACKGROUND =|BACKGROUND=|BACKGROUND = |BACKGROUND= |BackGround =|BackGround="
+        "|BackGround = |BackGround= | SRC=| src=| SRC =| src =| SRC = | src = | SRC= | src= "
+        "|src=|Src=";
+    std::string text;
+    for (std::size_t at = 0, bar; (bar = spellings.find('|', at + 1)) != std::string::npos;
+         at = bar)
+        text += spellings.substr(at, bar - at) + "v";
+    text += spellings.substr(spellings.rfind('|')) +
+            "v|; url=u|;url=u|; URL=u|;URL=u|\"q\"|a\r\nb\nc\rd";
+    EXPECT_EQ(
+        RewriteForScan(text),
+        "|href=v|href= v|href=v|href=v|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v"
+        "|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v|href=v|href= v|href= v"
+        "|href=v|href=v|href= v|href= v|href=v|href=v|href= v|href= v|href=v|href=v|href=v"
+        "|href=v|href= v|href= v|href= v|href= v|src=v|Src=v|a href='http://u|a href='http://u"
+        "|a href='http://u|a href='http://u|'q'|abcd");
+}
+
 TEST(ExtractLinks, FindsMakesAbsoluteAndAdmitsEachLink) {
     const std::string a294(294, 'a'), a295(295, 'a');
     const std::tuple<std::string, std::vector<std::string>, std::vector<std::string>> pages[] = {

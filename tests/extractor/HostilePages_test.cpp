@@ -18,42 +18,14 @@ using namespace testing;
 // host's "/.."), absolute and drive paths, NUL and high bytes, quotes and
 // link spellings that end a link early, and very long names.
 const std::vector<std::string>& Pieces() {
-    static const std::vector<std::string> pieces = {"../",
-                                                    "..\\",
-                                                    "..www./",
-                                                    "..www.\\",
-                                                    "www.",
-                                                    ".com/../",
-                                                    "/",
-                                                    "\\",
-                                                    "//",
-                                                    "%2e%2e/",
-                                                    ".",
-                                                    "..",
-                                                    std::string(1, '\0'),
-                                                    "\xff",
-                                                    "\xe9\xe8",
-                                                    "?x=1&y=..",
-                                                    "#",
-                                                    "'",
-                                                    "\"",
-                                                    ">",
-                                                    " ",
-                                                    "href=",
-                                                    " src=",
-                                                    "; url=",
-                                                    "http://",
-                                                    "http://site.com/",
-                                                    "http://www.site.com/",
-                                                    "http:\\\\",
-                                                    "C:\\",
-                                                    "/etc/",
-                                                    "prog/",
-                                                    "x.htm",
-                                                    "index.html",
-                                                    ".php",
-                                                    std::string(300, 'n'),
-                                                    std::string(5000, 'l')};
+    // clang-format off
+    static const std::vector<std::string> pieces = {
+        "../", "..\\", "..www./", "..www.\\", "www.", ".com/../", "/", "\\", "//", "%2e%2e/", ".",
+        "..", std::string(1, '\0'), "\xff", "\xe9\xe8", "?x=1&y=..", "#", "'", "\"", ">", " ",
+        "href=", " src=", "; url=", "http://", "http://site.com/", "http://www.site.com/",
+        "http:\\\\", "C:\\", "/etc/", "prog/", "x.htm", "index.html", ".php",
+        std::string(300, 'n'), std::string(5000, 'l')};
+    // clang-format on
     return pieces;
 }
 

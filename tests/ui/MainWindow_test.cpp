@@ -43,46 +43,20 @@ std::string Text(const QLabel* label) {
     return label->text().toStdString();
 }
 
-// The window draws the model: every row, the counters on the tick, the
-// buttons and the address box by the crawl's phase; the queue widens with the
-// window.
-TEST_F(UiTest, TheRowsCountersAndButtonsShowTheModel) {
-    window.show();
-    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
-    engine.ChooseConnectionLimit("24");
-    Start("www.a.test/");
-    window.Render();
-    EXPECT_EQ(std::tuple(window.startButton()->isEnabled(), window.stopButton()->isEnabled(),
-                         window.address()->isEnabled(), window.pauseAction()->isEnabled()),
-              std::tuple(false, true, false, true));
-    Answer("<a href='1.htm'> <a href='2.htm'> <a href='3.htm'>");
-    tick().Fire();
-    socket(1).Accept();
-    socket(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab");
-    loop.RunUntilIdle();
-    window.Render();
-    EXPECT_EQ(Text(window.rowStatus(1)) + "|" + Text(window.rowReceived(1)) + "|" +
-                  Text(window.rowNumber(1)) + "|" + Text(window.rowStatus(2)) + "|" +
-                  Text(window.rowNumber(24)),
-              "Downloading www.a.test/3.htm|43 bytes|1|Not Connected.|24");
-    EXPECT_FALSE(window.rowSize(1)->isVisible());  // only the size label stays hidden
-    EXPECT_EQ(Text(window.downloadedCount()) + "|" + Text(window.bytesCount()) + "|" +
-                  Text(window.queuedCount()) + "|" + Text(window.statusLine()),
-              "1 Files|55 Bytes|2 Files|Downloading Site [www.a.test/]");
-    EXPECT_EQ(window.queue()->model()->rowCount(), 2);
-    const int queueWidth = window.queue()->width();
-    window.resize(window.width() + 150, window.height());
-    EXPECT_NEAR(window.queue()->width(), queueWidth + 150, 1);  // laid out again
-    window.hide();
-}
-
 // Each state of the main window, control by control: idle at the start, a
-// crawl with a few rows at work and the queue taken from, the pause dialog,
-// and the window reloaded after a stop.
+// crawl with a few rows at work and the queue taken from, the pause dialog
+// (which holds the tick until it closes), and the window reloaded after a
+// stop. The wizard opens on the first activation only, one at a time, and on
+// the reloaded window's; the queue widens with the window.
 TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
+    QCoreApplication::processEvents();
+    EXPECT_EQ(wizards, 0);  // not before the window is shown
     window.show();
     window.Render();
     ExpectSnapshot(window, "ui/snapshots/main-idle.txt");
+    QCoreApplication::processEvents();
+    window.Activated();
+    EXPECT_EQ(wizards, 1);
     WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
     Start("www.a.test/");
     Answer("<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
@@ -93,16 +67,23 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     loop.RunUntilIdle();
     window.Render();
     ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
-    window.PauseChosen();
+    window.pauseAction()->trigger();
     auto* pause = window.findChild<PauseDialog*>();
     ASSERT_NE(pause, nullptr);
     ExpectSnapshot(*pause, "ui/snapshots/pause.txt");
+    EXPECT_FALSE(tick().enabled);
     pause->close();
+    EXPECT_TRUE(tick().enabled);
     dialogs.answers = {kAnswerYes};
     window.StopClicked();
     loop.RunUntilIdle();
     window.Render();
     ExpectSnapshot(window, "ui/snapshots/main-after-stop.txt");
+    window.Activated();
+    EXPECT_EQ(wizards, 2);
+    const int queueWidth = window.queue()->width();
+    window.resize(window.width() + 150, window.height());
+    EXPECT_NEAR(window.queue()->width(), queueWidth + 150, 1);
     window.hide();
 }
 
@@ -192,34 +173,6 @@ TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
     EXPECT_EQ(model.connectionLimit, "2");
 }
 
-// The wizard opens on the first activation only, one at a time; a confirmed
-// stop reloads the window (the model fresh, the connections box "4") and the
-// reloaded window opens the wizard again, asking nothing on the way.
-TEST_F(UiTest, ActivationOpensTheWizardAndAStopReloadsTheWindow) {
-    QCoreApplication::processEvents();
-    EXPECT_EQ(wizards, 0);  // not before the window is shown
-    window.Activated();
-    window.Activated();
-    EXPECT_EQ(wizards, 1);
-
-    WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
-    Start("www.a.com/");
-    engine.ChooseConnectionLimit("9");
-    Answer("<a href='1.htm'>");
-    EXPECT_EQ(window.queue()->model()->rowCount(), 1);
-    dialogs.answers = {kAnswerYes};
-    window.StopClicked();
-    loop.RunUntilIdle();
-    window.Render();
-    EXPECT_EQ(std::tuple(dialogs.asked.size(), window.queue()->model()->rowCount(),
-                         window.connectionsBox()->currentText(), window.connectionsBox()->count(),
-                         Text(window.statusLine())),
-              std::tuple(1u, 0, QString("4"), 24, "Operation Cancelled."));
-    window.Activated();
-    EXPECT_EQ(wizards, 2);
-    window.hide();
-}
-
 // The stop question waits for its answer while the crawl goes on: a crawl
 // that completes meanwhile ends as it always does ("Done." asked), and the
 // answer then runs its own steps: Yes stops; a New Site answered No still
@@ -249,38 +202,6 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
         dialogs.holdAnswers = false;
     }
     EXPECT_EQ(shell.folders, std::vector<std::string>(2, engine.TargetFolder()));
-}
-
-// A click while a finished job is being scanned (its row empty) opens its
-// dialog without waiting in it: the job ends beneath the open dialog. Only
-// the pause dialog holds the tick, however it is closed.
-TEST(MainWindowDialogs, AJobBeingScannedFinishesWhileADialogItsClickOpenedStays) {
-    const std::pair<const char*, std::function<void(MainWindow&)>> clicks[] = {
-        {"pause", [](MainWindow& w) { w.pauseAction()->trigger(); }},
-        {"stop", [](MainWindow& w) { w.stopButton()->click(); }},
-        {"about", [](MainWindow& w) { w.AboutChosen(); }},
-        {"exit", [](MainWindow& w) { w.close(); }},
-        {"connections typed",
-         [](MainWindow& w) { QTest::keyClick(w.connectionsBox()->lineEdit(), 'x'); }}};
-    for (const auto& [name, click] : clicks) {
-        QtDialogs shown;
-        MainWindowWorld w(shown);
-        WriteNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
-        w.Start("a.test");
-        w.socket(1).Accept();
-        w.socket(1).Receive("H\r\n\r\n<a href='x.htm'> <a href='later.htm'>", true);
-        while (w.model.Row(1).status != ConnectionRow::Status::Blank && !w.loop.Idle())
-            w.loop.Turn();
-        w.window.Render();
-        click(w.window);
-        QWidget* dialog = QApplication::activeModalWidget();
-        ASSERT_NE(dialog, nullptr) << name;
-        w.loop.RunUntilIdle();
-        EXPECT_EQ(RowTextsOf(w.model.Row(1)).status, "Downloading www.a.test") << name;
-        EXPECT_EQ(w.tick().Enabled(), std::string(name) != "pause") << name;
-        dialog->close();
-        EXPECT_TRUE(w.socket(1).state == SocketState::Closed && w.tick().Enabled()) << name;
-    }
 }
 
 }  // namespace

@@ -107,10 +107,10 @@ void Connection::DataWaiting() {
 
 Task<> Connection::TakeChunk() {
     RestartSilence();  // the timeout measures silence, not the whole download
-    const std::string chunk = socket_->ReadAll();
+    std::string chunk = socket_->ReadAll();
     AddSkippingOverflow(crawl_.model_.bytesReceived, chunk.size());
     AddSkippingOverflow(received_, chunk.size());
-    co_await ProcessChunk(chunk);
+    co_await ProcessChunk(std::move(chunk));
 
     // The row names what the connection works on now, which may already be
     // another job, or nothing after a stop.

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <QTcpSocket>
 #include <QTimer>
+#include <algorithm>
 
 #ifdef _WIN32
 #include <winsock2.h>
@@ -26,6 +27,7 @@ constexpr int kGatherMs = 5;
 // state and the job ends at once), or alone after this long, for a server
 // that keeps its line open: its bytes all arrive, that one a little late.
 constexpr int kLastByteMs = 250;
+constexpr qint64 kMostBuffered = 1 << 20;
 }  // namespace
 
 QtSocket::QtSocket()
@@ -45,6 +47,9 @@ QtSocket::QtSocket()
     });
     // Plain connections only; no proxy is ever consulted.
     socket_->setProxy(QNetworkProxy::NoProxy);
+    // A fast server waits in the system's buffers while a chunk is handled,
+    // so no chunk is larger than this.
+    socket_->setReadBufferSize(kMostBuffered);
     QObject::connect(socket_.get(), &QTcpSocket::connected, socket_.get(), [this] {
         if (onConnected) onConnected();
     });
@@ -86,9 +91,12 @@ void QtSocket::Close() {
 }
 
 std::string QtSocket::ReadAll() {
-    const QByteArray bytes = socket_->read(Deliverable());
+    // Read straight into the string: a large chunk is not copied twice.
+    std::string bytes(static_cast<std::size_t>(Deliverable()), '\0');
+    const qint64 got = socket_->read(bytes.data(), static_cast<qint64>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(std::max<qint64>(got, 0)));
     lastByteDue_ = false;
-    return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    return bytes;
 }
 
 SocketState QtSocket::State() const {
@@ -161,19 +169,26 @@ bool QtSocket::PeerClosed() const {
 qint64 QtSocket::Deliverable() const {
     const qint64 waiting = socket_->bytesAvailable();
     if (waiting == 0 || lastByteDue_ || PeerClosed()) return waiting;
+    // A full buffer with more behind it in the system's: its last byte is not
+    // the page's last.
+    if (waiting >= kMostBuffered && Peek() > 0) return waiting;
     return waiting - 1;
 }
 
 bool QtSocket::EndOfStreamPending() const {
+    return Peek() == 0;
+}
+
+int QtSocket::Peek() const {
     const qintptr descriptor = socket_->socketDescriptor();
-    if (descriptor == -1 || socket_->state() != QAbstractSocket::ConnectedState) return false;
+    if (descriptor == -1 || socket_->state() != QAbstractSocket::ConnectedState) return -1;
     // Qt keeps its sockets non-blocking, so the peek returns at once: 0 means
-    // the peer's orderly close is next in line.
+    // the peer's orderly close is next in line, 1 a byte, -1 nothing yet.
     char next = 0;
 #ifdef _WIN32
-    return ::recv(static_cast<SOCKET>(descriptor), &next, 1, MSG_PEEK) == 0;
+    return ::recv(static_cast<SOCKET>(descriptor), &next, 1, MSG_PEEK);
 #else
-    return ::recv(static_cast<int>(descriptor), &next, 1, MSG_PEEK) == 0;
+    return static_cast<int>(::recv(static_cast<int>(descriptor), &next, 1, MSG_PEEK));
 #endif
 }
 

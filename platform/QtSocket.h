@@ -46,6 +46,8 @@ private:
     // unless the peer has closed or the hold is over.
     qint64 Deliverable() const;
     bool EndOfStreamPending() const;
+    // What the system holds next: 0 the peer's close, 1 a byte, -1 nothing.
+    int Peek() const;
     bool BytesWaiting() const;
 
     std::unique_ptr<QTcpSocket> socket_;

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 #include "app/CheckRun.h"
@@ -41,43 +42,51 @@ void PrintHints(const CommandLine& line, const std::string& folder, const FileSy
         PrintLine(hint);
 }
 
-int Crawl(const CommandLine& line, int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    ProgressLine progress(isatty(STDERR_FILENO) == 1);
-    ProgramParts parts;
-    CrawlEngine& engine = parts.engine;
-    engine.ChooseConnectionLimit(line.connections);
-
-    // The folder as the wizard's box would hold it; nothing is read from or
-    // stored in the settings: a run's options hold for that run alone.
-    const std::string folder = NormaliseFolderText(FromDisplayPath(line.dir));
+// The wizard's download steps with the options in place of its boxes; false,
+// after saying so, when the folder is refused. Nothing is read from or stored
+// in the settings: a run's options hold for that run alone.
+bool PrepareCrawl(const CommandLine& line, const std::string& folder, ProgramParts& parts) {
+    parts.engine.ChooseConnectionLimit(line.connections);
     PrintHints(line, folder, parts.files);
     std::vector<std::string> fileTypes;
     FillFileTypesList(fileTypes, parts.files);
-    if (!PrepareTargetFolder(folder, parts.files, engine)) {
+    if (!PrepareTargetFolder(folder, parts.files, parts.engine)) {
         PrintLine("Eror: That is an invalid directory. Check it has no invalid characters.");
-        return kExitFolderError;
+        return false;
     }
     SaveFileTypes(fileTypes, parts.files);
+    return true;
+}
 
+// Follows the crawl's events: the files written, for the offline check at the
+// end, and the pages that could not be saved, to give up on a folder that
+// refuses them. The event loop ends with the crawl.
+class CrawlFollower {
+public:
+    CrawlFollower(CrawlEngine& engine, ProgressLine& progress)
+        : engine_(engine), progress_(progress) {
+        engine.onEvent = [this](const CrawlEvent& event) { Follow(event); };
+    }
+    // Ctrl+C or a termination signal.
+    void Interrupt() {
+        progress_.Break();
+        PrintLine("Interrupted: stopping the crawl.");
+        interrupted = true;
+        End();
+    }
     bool interrupted = false;
-    bool ending = false;
-    UnsavedPages unsaved;
-    std::vector<std::string> saved;  // the files written, for the offline check at the end
-    const auto end = [&] {
-        if (ending) return;
-        ending = true;
-        engine.Exit();
-    };
-    engine.onEvent = [&](const CrawlEvent& event) {
+    std::vector<std::string> saved;
+
+private:
+    void Follow(const CrawlEvent& event) {
         switch (event.kind) {
             case CrawlEvent::Kind::PageSaved:
                 if (event.saved.written)
                     saved.push_back(FileSystem::ToNative(event.saved.path).string());
-                if (unsaved.Note(event.saved.written) && !ending) {
-                    progress.Break();
-                    PrintLine(unsaved.GaveUpLine());
-                    end();
+                if (unsaved_.Note(event.saved.written) && !ending_) {
+                    progress_.Break();
+                    PrintLine(unsaved_.GaveUpLine());
+                    End();
                 }
                 break;
             case CrawlEvent::Kind::SiteDownloaded:
@@ -87,35 +96,54 @@ int Crawl(const CommandLine& line, int argc, char** argv) {
             default:
                 break;
         }
-    };
-    StopSignals stopSignals([&] {
-        progress.Break();
-        PrintLine("Interrupted: stopping the crawl.");
-        interrupted = true;
-        end();
-    });
+    }
+    void End() {
+        if (ending_) return;
+        ending_ = true;
+        engine_.Exit();
+    }
+    CrawlEngine& engine_;
+    ProgressLine& progress_;
+    UnsavedPages unsaved_;
+    bool ending_ = false;
+};
 
-    engine.SetAddress(line.url);
-    engine.Start();
-    ApplyTimeout(line.timeout.empty() ? kDefaultTimeoutSeconds : line.timeout, engine);
-
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(FiguresOf(engine)); });
-    ticker.start(progress.IntervalMs());
-    QCoreApplication::exec();
-    ticker.stop();
-    progress.Show(FiguresOf(engine));
-    progress.Break();
-
+// The closing lines (the offline check over the files written, the report,
+// the done line on standard output) and the exit status.
+int Finish(CrawlFollower& follower, const std::string& folder, ProgramParts& parts) {
     CrawlResult result;
-    result.interrupted = interrupted;
-    result.bytesReceived = engine.Model().bytesReceived;
-    result.faults = Combined(parts.files.Faults(), engine.MirrorFaults());
-    PrintLine(CrawlCheckLine(FileSystem::ToNative(folder).string(), std::move(saved)));
+    result.interrupted = follower.interrupted;
+    result.bytesReceived = parts.engine.Model().bytesReceived;
+    result.faults = Combined(parts.files.Faults(), parts.engine.MirrorFaults());
+    PrintLine(CrawlCheckLine(FileSystem::ToNative(folder).string(), std::move(follower.saved)));
     for (const std::string& reportLine : ReportLines(result)) PrintLine(reportLine);
     const int status = ExitStatus(result);
     if (status == kExitDone) std::printf("The website has been downloaded.\n");
     return status;
+}
+
+int Crawl(const CommandLine& line, int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    ProgressLine progress(isatty(STDERR_FILENO) == 1);
+    ProgramParts parts;
+    // The folder as the wizard's box would hold it.
+    const std::string folder = NormaliseFolderText(FromDisplayPath(line.dir));
+    if (!PrepareCrawl(line, folder, parts)) return kExitFolderError;
+
+    CrawlFollower follower(parts.engine, progress);
+    StopSignals stopSignals([&follower] { follower.Interrupt(); });
+    parts.engine.SetAddress(line.url);
+    parts.engine.Start();
+    ApplyTimeout(line.timeout.empty() ? kDefaultTimeoutSeconds : line.timeout, parts.engine);
+
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&] { progress.Show(FiguresOf(parts.engine)); });
+    ticker.start(progress.IntervalMs());
+    QCoreApplication::exec();
+    ticker.stop();
+    progress.Show(FiguresOf(parts.engine));
+    progress.Break();
+    return Finish(follower, folder, parts);
 }
 
 }  // namespace

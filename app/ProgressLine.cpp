@@ -14,7 +14,7 @@ ProgressFigures FiguresOf(const CrawlEngine& engine) {
     f.queued = static_cast<std::int64_t>(model.queue.Count());
     f.bytes = model.bytesReceived;
     for (int i = 1; i <= kConnectionCount; ++i)
-        if (engine.ConnectionAt(i).Phase() != ConnectionPhase::Idle) ++f.busyConnections;
+        if (!engine.ConnectionAt(i).IsFree()) ++f.busyConnections;
     return f;
 }
 

@@ -70,7 +70,6 @@ void Connection::Fetch(const std::string& address) {
     RestartSilence();  // the timeout starts now
     Row().status = ConnectionRow::Status::Connecting;
     Row().about = host_;
-    phase_ = ConnectionPhase::Connecting;
     socket_->Connect(host_, kPort);
 }
 
@@ -80,7 +79,6 @@ void Connection::Connected() {
     if (address_.empty()) {  // torn down by a stop while it connected
         socket_->Close();
         Row().status = ConnectionRow::Status::NotConnected;
-        phase_ = ConnectionPhase::Idle;
         return;
     }
     ReplaceIn(path_, "/index.html", "/");
@@ -89,11 +87,9 @@ void Connection::Connected() {
         // Never sent. The silence timer keeps running, so the job ends through
         // its timeouts, as a server that never answers does.
         socket_->Close();
-        phase_ = ConnectionPhase::Idle;
         return;
     }
     socket_->Send(request);
-    phase_ = ConnectionPhase::Receiving;
 }
 
 // --- each chunk of the answer
@@ -142,7 +138,6 @@ Task<> Connection::ProcessChunk(std::string chunk) {
     // never compared, so a server that keeps the line open ends in a timeout.
     if (socket_->State() != SocketState::Closing) co_return;
 
-    phase_ = ConnectionPhase::Saving;
     const SavedFile saved = co_await SaveFile(response_, "\\" + host_ + path_, host_,
                                               crawl_.mirror_, crawl_.model_.filesDone);
     crawl_.Tell({CrawlEvent::Kind::PageSaved, number_, address_, saved});
@@ -157,7 +152,6 @@ Task<> Connection::ProcessChunk(std::string chunk) {
         Row().Reset();
     }
     Row().status = ConnectionRow::Status::Blank;
-    phase_ = ConnectionPhase::Scanning;
     co_await NextTurn{crawl_.loop_};
     if (!stillOurs()) co_return;
 
@@ -166,7 +160,6 @@ Task<> Connection::ProcessChunk(std::string chunk) {
     co_await ExtractLinks(response_, base, crawl_.Admit());
     if (!stillOurs()) co_return;  // a stop, or a retry, owns the socket now
     socket_->Close();
-    phase_ = ConnectionPhase::Idle;
     co_await NextTurn{crawl_.loop_};
     co_await crawl_.CompleteIfDone();
 }
@@ -221,11 +214,9 @@ Task<> Connection::TimeOut() {
         crawl_.Tell({CrawlEvent::Kind::TimedOut, number_, address_, {}});
         Row().status = ConnectionRow::Status::Connecting;
         Row().about = host_;
-        phase_ = ConnectionPhase::Connecting;
         socket_->Connect(host_, kPort);
     } else {
         crawl_.Tell({CrawlEvent::Kind::GivenUp, number_, address_, {}});
-        phase_ = ConnectionPhase::Idle;
         co_await crawl_.CompleteIfDone();
     }
 }
@@ -241,7 +232,6 @@ void Connection::TearDown() {
     ++generation_;
     socket_->Close();
     silence_->SetEnabled(false);
-    phase_ = ConnectionPhase::Idle;
 }
 
 }  // namespace vantorin

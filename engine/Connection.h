@@ -18,10 +18,6 @@ namespace vantorin {
 class CrawlEngine;
 struct ConnectionRow;
 
-// What the connection is doing: idle (its socket closed, whatever its timer
-// does), connecting, receiving its answer, saving it, scanning it for links.
-enum class ConnectionPhase { Idle, Connecting, Receiving, Saving, Scanning };
-
 // The silence timer's interval until the wizard sets the timeout.
 inline constexpr int kDefaultSilenceMs = 20000;
 
@@ -45,7 +41,6 @@ public:
     // Free for a new job exactly when its socket is closed; the job's fields
     // stay until the next one, so this is the only test.
     bool IsFree() const { return socket_->State() == SocketState::Closed; }
-    ConnectionPhase Phase() const { return phase_; }
 
     // The job: its address, host and path, every byte received so far (header
     // included), the expected size read from the header, and the attempts.
@@ -79,7 +74,6 @@ private:
     CrawlEngine& crawl_;
     std::unique_ptr<Socket> socket_;
     std::unique_ptr<Timer> silence_;
-    ConnectionPhase phase_ = ConnectionPhase::Idle;
 
     std::string address_;
     std::string host_;
@@ -93,7 +87,7 @@ private:
     // value it began with, whether the connection is still its own. Not to be
     // confused with attempts_, the tries made for the job (1 to 3).
     unsigned generation_ = 0;
-    bool timingOut_ = false;    // a silence that comes meanwhile is let pass
+    bool timingOut_ = false;  // a silence that comes meanwhile is let pass
 };
 
 }  // namespace vantorin

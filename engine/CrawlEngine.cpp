@@ -158,7 +158,6 @@ void CrawlEngine::HardStop() {
     scheduler_.StopTicking();
     RemoveTempFiles(mirror_);
     model_.queue.Clear();
-    CloseAll();
     for (auto& connection : connections_) connection->TearDown();
     model_.phase = CrawlPhase::Idle;
     ++model_.addressFocusRequests;

@@ -13,10 +13,10 @@ std::string Replace(std::string_view s, std::string_view find, std::string_view 
     return out;
 }
 
-bool ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
-    if (find.empty()) return false;
+void ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
+    if (find.empty()) return;
     std::size_t pos = s.find(find);
-    if (pos == std::string::npos) return false;
+    if (pos == std::string::npos) return;
     if (with.size() <= find.size()) {
         // Never longer: the text is rewritten where it stands, front to back;
         // the search goes on in the part not yet written over.
@@ -33,7 +33,7 @@ bool ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
         }
         std::char_traits<char>::move(text + write, text + read, s.size() - read);
         s.resize(write + s.size() - read);
-        return true;
+        return;
     }
     // Longer: the matches are found first, so the text grows once, in place
     // when its buffer has the room (a page's save reserves it) and into one
@@ -53,7 +53,7 @@ bool ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
             std::char_traits<char>::copy(&s[write], with.data(), with.size());
             end = *match;
         }
-        return true;
+        return;
     }
     std::string out;
     out.reserve(grown);
@@ -65,7 +65,6 @@ bool ReplaceIn(std::string& s, std::string_view find, std::string_view with) {
     }
     out.append(s, from, std::string::npos);
     s.swap(out);
-    return true;
 }
 
 std::size_t InStr(std::string_view s, std::string_view find, std::size_t start) {

@@ -12,9 +12,9 @@ namespace vantorin {
 // output is never rescanned, so "///" with "//" -> "/" gives "//". An empty
 // pattern changes nothing.
 std::string Replace(std::string_view s, std::string_view find, std::string_view with);
-// The same, in place; returns true when anything changed. Leaves `s` untouched
-// (no copy) when the pattern does not occur.
-bool ReplaceIn(std::string& s, std::string_view find, std::string_view with);
+// The same, in place. Leaves `s` untouched (no copy) when the pattern does
+// not occur.
+void ReplaceIn(std::string& s, std::string_view find, std::string_view with);
 
 // 1-based position of `find` in `s` at or after `start`; 0 when absent. An empty
 // pattern is found at `start` when start is within the text (or just past it).

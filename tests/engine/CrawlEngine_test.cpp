@@ -108,7 +108,9 @@ TEST_F(EngineTest, EachChunkCountsAndShowsOnItsRowOneAtATime) {
 }
 
 // Three silences end a job: two retries, then it is given up, and with no
-// work left the site is complete, told once.
+// work left the site is complete, told once. A job whose request would climb
+// above the site's root connects, sends nothing and closes, and ends the same
+// way; a new crawl of it records its search text again.
 TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     Start("www.a.test/");
     Answer(1, "<a href='slow.htm'> <a href='next.htm'>");
@@ -128,6 +130,23 @@ TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     EXPECT_EQ(
         std::tuple(StatusLineOf(model), std::count(told.begin(), told.end(), K::SiteDownloaded)),
         std::tuple("Website Downloaded!", 1));
+
+    int closedAtOnce = 0;
+    for (int crawl = 0; crawl < 2; ++crawl) {
+        Start("www.a.test/../next.htm");
+        for (int i = 0; i < 3; ++i) {
+            socket(1).Accept();
+            closedAtOnce += socket(1).state == SocketState::Closed;
+            silence(1).Fire();
+            loop.RunUntilIdle();
+        }
+    }
+    EXPECT_EQ(std::tuple(socket(1).sent.size(), closedAtOnce, StatusLineOf(model)),
+              std::tuple(2u, 6, "Website Downloaded!"));
+    // Each page's path and its text (none); a job given up leaves its path too.
+    EXPECT_EQ(ReadNativeFile(dir.NativePath("site/_SearchData/a.test.txt")),
+              "! a.test\\index.html\r\n\r\n! a.test\\slow.htm\r\n\r\n! a.test\\next.htm\r\n\r\n"
+              "! a.test\\..\\next.htm\r\n\r\n! a.test\\..\\next.htm\r\n\r\n");
 }
 
 // A retry that lands while the scan waits is appended behind what the scan

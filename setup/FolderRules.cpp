@@ -5,24 +5,14 @@
 
 namespace vantorin {
 
-namespace {
-
-void EndWithBackslash(std::string& path) {
-    if (LastChar(path) != "\\") path += "\\";
-}
-
-}  // namespace
-
 std::string NormaliseFolderText(std::string_view text) {
     std::string folder = Replace(CleanLinkName(text), "/", "\\");
-    EndWithBackslash(folder);
+    if (LastChar(folder) != "\\") folder += "\\";
     return folder;
 }
 
-bool TestFolderWritable(std::string& path, FileSystem& fs) {
-    ReplaceIn(path, "/", "\\");
-    EndWithBackslash(path);
-    const std::string probe = path + "test23893.txt";
+bool TestFolderWritable(const std::string& folder, FileSystem& fs) {
+    const std::string probe = folder + "test23893.txt";
     if (!fs.WriteWhole(probe, "sdkjlf\r\n")) return false;
     return fs.DeleteFile(probe);
 }

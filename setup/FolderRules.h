@@ -14,9 +14,9 @@ namespace vantorin {
 // text already ends in one. A blank text has no last character, so "" -> "\".
 std::string NormaliseFolderText(std::string_view text);
 
-// Writes the probe "test23893.txt" into `path` and deletes it again. `path`
-// gets "/" -> "\" and a final "\" (the caller's text changes). False when the
-// probe cannot be written or removed.
-bool TestFolderWritable(std::string& path, FileSystem& fs);
+// Writes the probe "test23893.txt" into `folder` (as NormaliseFolderText
+// gives it) and deletes it again. False when the probe cannot be written or
+// removed.
+bool TestFolderWritable(const std::string& folder, FileSystem& fs);
 
 }  // namespace vantorin

@@ -37,8 +37,7 @@ bool PrepareTargetFolder(const std::string& folder, FileSystem& files, CrawlEngi
     // The folders this makes are not the crawl's: the start forgets them.
     std::string made;
     MakeFoldersAlong(folder, files, made);
-    std::string probed = folder;
-    return TestFolderWritable(probed, files);
+    return TestFolderWritable(folder, files);
 }
 
 bool FolderReady(WizardFields& fields, SetupServices& services) {

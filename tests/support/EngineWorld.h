@@ -119,8 +119,9 @@ public:
         }
         if (answered) answered(answer);
     }
-    void AskText(const std::string&, const std::string&, const std::string&,
+    void AskText(const std::string& prompt, const std::string&, const std::string&,
                  std::function<void(std::optional<std::string>)> answered) override {
+        prompts.push_back(prompt);
         std::optional<std::string> input;
         if (!inputs.empty()) {
             input = inputs.front();
@@ -129,6 +130,7 @@ public:
         answered(input);
     }
     std::vector<std::string> asked;  // "title style: text"
+    std::vector<std::string> prompts;
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
     bool holdAnswers = false;

@@ -1,8 +1,9 @@
 // A window as text: every named widget below it, one line each, indented by
-// depth, with its class, name, text, geometry and whether it is shown and
-// enabled. Tests compare it with a file kept beside them; with
-// VANTORIN_UPDATE_SNAPSHOTS set they write the file instead
-// (tests/update_snapshots.sh), and the change is reviewed like code.
+// depth, with its class, name, text, geometry, whether it is shown and
+// enabled, its font, and what a user meets first (the focus, a modal window,
+// a default button, a label's alignment, a tooltip). Tests compare it with a file kept beside them;
+// with VANTORIN_UPDATE_SNAPSHOTS set they write the file instead (tests/update_snapshots.sh), and
+// the change is reviewed like code.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@
 #include <QListView>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QWidget>
 #include <fstream>
 #include <functional>
@@ -53,7 +55,16 @@ inline void Describe(const QWidget& w, int depth, std::ostringstream& out) {
         out << std::string(static_cast<std::size_t>(depth) * 2, ' ') << w.metaObject()->className()
             << ' ' << w.objectName().toStdString() << " \"" << ShownText(w) << "\" " << g.x() << ','
             << g.y() << ' ' << g.width() << 'x' << g.height()
-            << (w.isVisible() ? " shown" : " hidden") << (w.isEnabled() ? "" : " disabled") << '\n';
+            << (w.isVisible() ? " shown" : " hidden") << (w.isEnabled() ? "" : " disabled") << ' '
+            << w.font().pointSizeF() << (w.font().bold() ? "pt bold" : "pt")
+            << (w.window()->focusWidget() == &w ? " focus" : "")
+            << (w.isWindow() && w.windowModality() != Qt::NonModal ? " modal" : "");
+        if (auto* label = qobject_cast<const QLabel*>(&w))
+            out << " aligned " << std::hex << label->alignment().toInt() << std::dec;
+        if (auto* button = qobject_cast<const QPushButton*>(&w); button && button->isDefault())
+            out << " default";
+        if (!w.toolTip().isEmpty()) out << " tip \"" << w.toolTip().toStdString() << '"';
+        out << '\n';
         ++depth;
     }
     for (const QObject* child : w.children())

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
 #include <QTest>
 #include <QtWidgets>
 
@@ -49,6 +50,8 @@ std::string Text(const QLabel* label) {
 // stop. The wizard opens on the first activation only, one at a time, and on
 // the reloaded window's; the queue widens with the window.
 TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
+    QAbstractItemModelTester queueRules(window.queue()->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
     QCoreApplication::processEvents();
     EXPECT_EQ(wizards, 0);  // not before the window is shown
     window.show();
@@ -154,18 +157,26 @@ TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
 }
 
 // What is typed reaches the engine, Enter starts, and the cleaned address
-// shown is selected when the box takes the focus; the connections box, typed
-// empty, is refused with its message, and chosen from the list lets the rows
-// above it go.
+// shown is selected when the box takes the focus; the connections box takes
+// a typed count without adding it to its list, refuses one typed empty with
+// its message (back to 4), and chosen from the list lets the rows above it go.
 TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
     QTest::keyClicks(window.address(), "example.com");
     EXPECT_EQ(model.address, "example.com");
     QTest::keyClick(window.address(), Qt::Key_Return);
-    window.AddressFocused();
+    QFocusEvent focusIn(QEvent::FocusIn);
+    QCoreApplication::sendEvent(window.address(), &focusIn);
+    QCoreApplication::processEvents();
     EXPECT_EQ(std::pair(window.startButton()->isEnabled(), window.address()->selectedText()),
               std::pair(false, QString("www.example.com")));
 
-    QTest::keyClick(window.connectionsBox()->lineEdit(), Qt::Key_Backspace);
+    QLineEdit* typed = window.connectionsBox()->lineEdit();
+    typed->selectAll();
+    QTest::keyClicks(typed, "7");
+    QTest::keyClick(typed, Qt::Key_Return);  // taken, not added to the list
+    EXPECT_EQ(std::pair(model.connectionLimit, window.connectionsBox()->count()),
+              std::pair(std::string("7"), 24));
+    QTest::keyClick(typed, Qt::Key_Backspace);
     EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
     EXPECT_EQ(dialogs.asked, std::vector<std::string>{
                                  "Try Again 16: Must be a number of connections from 1 to 24"});

@@ -15,6 +15,7 @@
 #include "platform/NativePath.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/Named.h"
 #include "platform/gui/Twips.h"
 #include "setup/Settings.h"
 #include "text/Strings.h"
@@ -68,6 +69,7 @@ FolderChooser::FolderChooser(SettingsStore& settings, QWidget* parent) : QDialog
 }
 
 void FolderChooser::BuildControls() {
+    setObjectName("folderChooser");
     setWindowTitle("Select Directory to Save the Website");
     setFont(DesignFont(8));
 
@@ -77,28 +79,20 @@ void FolderChooser::BuildControls() {
     PlaceTwips(*picture, 120, 120, 600, 600);
     // Wider and taller than first drawn: the caption is not cut by the window
     // manager's buttons, and deep folders and long paths fit their lists.
-    drives = new QComboBox(this);
+    drives = Named(new QComboBox(this), "drives");
     PlaceTwips(*drives, 840, 240, 5895, 315);
-    openFolderLabel = new QLabel("c:\\", this);
+    openFolderLabel = Named(new QLabel("c:\\", this), "openFolderLabel");
     openFolderLabel->setTextFormat(Qt::PlainText);
     PlaceTwips(*openFolderLabel, 840, 660, 5895, 255);
-    folders = new QListWidget(this);
+    folders = Named(new QListWidget(this), "folders");
     PlaceTwips(*folders, 120, 1020, 6615, 3495);
-    okButton = new QPushButton("&Ok...", this);
+    okButton = Named(new QPushButton("&Ok...", this), "okButton");
     okButton->setDefault(true);
     PlaceTwips(*okButton, 4080, 4680, 1215, 375);
-    cancelButton = new QPushButton("Cancel", this);
+    cancelButton = Named(new QPushButton("Cancel", this), "cancelButton");
     cancelButton->setAutoDefault(false);
     PlaceTwips(*cancelButton, 5400, 4680, 1335, 375);
     setFixedSize(Twips(*this, 6855), Twips(*this, 5175));
-    setObjectName("folderChooser");
-    for (const auto& [widget, name] : std::initializer_list<std::pair<QWidget*, const char*>>{
-             {drives, "drives"},
-             {openFolderLabel, "openFolderLabel"},
-             {folders, "folders"},
-             {okButton, "okButton"},
-             {cancelButton, "cancelButton"}})
-        widget->setObjectName(name);
 
     connect(drives, &QComboBox::currentIndexChanged, this, [this] { DriveChosen(); });
     connect(folders, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {

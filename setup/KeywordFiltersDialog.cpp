@@ -10,6 +10,7 @@
 #include "extractor/KeywordFilters.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/Named.h"
 #include "platform/gui/Twips.h"
 #include "text/Strings.h"
 
@@ -39,6 +40,7 @@ KeywordFiltersDialog* KeywordFiltersDialog::Open(SetupServices& services, QWidge
 }
 
 void KeywordFiltersDialog::BuildControls() {
+    setObjectName("keywordFilters");
     setWindowTitle("Keyword Filters");
     setFont(DesignFont(8));
 
@@ -46,57 +48,48 @@ void KeywordFiltersDialog::BuildControls() {
     picture->setPixmap(style()->standardIcon(QStyle::SP_FileDialogContentsView).pixmap(32, 32));
     picture->setAlignment(Qt::AlignCenter);
     PlaceTwips(*picture, 120, 120, 600, 600);
-    heading = new QLabel("Keyword Filters", this);
+    heading = Named(new QLabel("Keyword Filters", this), "heading");
     heading->setFont(DesignFont(12, true));
     PlaceTwips(*heading, 840, 240, 4335, 375);
-    explanation = new QLabel(
-        "Whenever a URL is added to the list to be downloaded, it will be compared with the "
-        "keywords in this list. If any of the keyword text exists anywhere in the URL, it will "
-        "be removed from the download list.",
-        this);
+    explanation = Named(
+        new QLabel(
+            "Whenever a URL is added to the list to be downloaded, it will be compared with the "
+            "keywords in this list. If any of the keyword text exists anywhere in the URL, it will "
+            "be removed from the download list.",
+            this),
+        "explanation");
     explanation->setWordWrap(true);
     explanation->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     PlaceTwips(*explanation, 120, 840, 5055, 975);
 
-    keywordLabel = new QLabel("Add Keyword", this);
+    keywordLabel = Named(new QLabel("Add Keyword", this), "keywordLabel");
     PlaceTwips(*keywordLabel, 120, 1920, 2415, 255);
-    entry = new QLineEdit(this);
+    entry = Named(new QLineEdit(this), "entry");
     PlaceTwips(*entry, 120, 2160, 3855, 345);
-    addButton = new QPushButton("Add", this);
+    addButton = Named(new QPushButton("Add", this), "addButton");
     addButton->setDefault(true);
     PlaceTwips(*addButton, 4080, 2145, 1095, 375);
 
-    keywords = new QListWidget(this);
+    keywords = Named(new QListWidget(this), "keywords");
     PlaceTwips(*keywords, 120, 2640, 3855, 2175);
-    removeButton = new QPushButton("Remove", this);
+    removeButton = Named(new QPushButton("Remove", this), "removeButton");
     PlaceTwips(*removeButton, 4080, 2640, 1095, 375);
-    clearAllButton = new QPushButton("Clear All", this);
+    clearAllButton = Named(new QPushButton("Clear All", this), "clearAllButton");
     PlaceTwips(*clearAllButton, 4080, 3120, 1095, 375);
-    closeButton = new QPushButton("Close", this);
+    closeButton = Named(new QPushButton("Close", this), "closeButton");
     PlaceTwips(*closeButton, 4080, 4440, 1095, 375);
 
-    note = new QLabel(
-        "Note: Use longer filter keywords where possible to avoid filtering out wanted files.",
-        this);
+    note = Named(
+        new QLabel(
+            "Note: Use longer filter keywords where possible to avoid filtering out wanted files.",
+            this),
+        "note");
     note->setWordWrap(true);
     note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     PlaceTwips(*note, 120, 4935, 5055, 495);
     setFixedSize(Twips(*this, 5295), Twips(*this, 5550));
 
     for (QPushButton* b : {removeButton, clearAllButton, closeButton}) b->setAutoDefault(false);
-    setObjectName("keywordFilters");
-    for (const auto& [widget, name] :
-         std::initializer_list<std::pair<QWidget*, const char*>>{{heading, "heading"},
-                                                                 {explanation, "explanation"},
-                                                                 {keywordLabel, "keywordLabel"},
-                                                                 {entry, "entry"},
-                                                                 {addButton, "addButton"},
-                                                                 {keywords, "keywords"},
-                                                                 {removeButton, "removeButton"},
-                                                                 {clearAllButton, "clearAllButton"},
-                                                                 {closeButton, "closeButton"},
-                                                                 {note, "note"}})
-        widget->setObjectName(name);
     connect(addButton, &QPushButton::clicked, this, [this] { AddClicked(); });
     connect(removeButton, &QPushButton::clicked, this, [this] { RemoveClicked(); });
     connect(clearAllButton, &QPushButton::clicked, this, [this] { ClearAllClicked(); });

@@ -17,6 +17,7 @@
 #include "platform/NativePath.h"
 #include "platform/gui/DesignFont.h"
 #include "platform/gui/Latin1.h"
+#include "platform/gui/Named.h"
 #include "platform/gui/ScreenPlacement.h"
 #include "platform/gui/Twips.h"
 #include "setup/FolderChooser.h"
@@ -62,91 +63,83 @@ NewSiteWizard* NewSiteWizard::Open(SetupServices& services, QWidget* parent) {
 }
 
 void NewSiteWizard::BuildControls() {
+    setObjectName("newSiteWizard");
     setWindowTitle("New Site Wizard");
     setFont(DesignFont(8));
+    BuildSiteControls();
+    BuildOptions();
+    ConnectControls();
+}
 
+// The address and folder boxes, the warning and the buttons beside them.
+void NewSiteWizard::BuildSiteControls() {
     PlaceTwips(*Picture(this, QStyle::SP_DriveNetIcon), 240, 240, 600, 600);
     PlaceTwips(*Picture(this, QStyle::SP_ArrowRight), 960, 240, 600, 600);
     PlaceTwips(*Picture(this, QStyle::SP_ComputerIcon), 1680, 240, 600, 600);
 
-    addressLabel = new QLabel("Website to Download", this);
+    addressLabel = Named(new QLabel("Website to Download", this), "addressLabel");
     PlaceTwips(*addressLabel, 600, 1440, 4455, 240);
-    address = new QLineEdit("http://", this);
+    address = Named(new QLineEdit("http://", this), "address");
     PlaceTwips(*address, 600, 1680, 5775, 345);
 
-    folderLabel = new QLabel("Save to this Directory", this);
+    folderLabel = Named(new QLabel("Save to this Directory", this), "folderLabel");
     PlaceTwips(*folderLabel, 600, 2280, 4455, 240);
-    chooseFolderButton = new QPushButton(this);
+    chooseFolderButton = Named(new QPushButton(this), "chooseFolderButton");
     chooseFolderButton->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
     PlaceTwips(*chooseFolderButton, 600, 2520, 495, 375);
-    folder = new QLineEdit("C:\\websites\\", this);
+    folder = Named(new QLineEdit("C:\\websites\\", this), "folder");
     PlaceTwips(*folder, 1200, 2520, 5175, 345);
 
-    warning = new QLabel(
-        "If you have previously downloaded this website, make sure the directory is "
-        "different to last time, or the website may not be downloaded correctly.",
-        this);
+    warning = Named(
+        new QLabel("If you have previously downloaded this website, make sure the directory is "
+                   "different to last time, or the website may not be downloaded correctly.",
+                   this),
+        "warning");
     warning->setWordWrap(true);
     warning->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     PlaceTwips(*warning, 600, 3120, 3975, 1455);
 
-    downloadButton = new WrappingButton("Download Website Now!", this);
+    downloadButton = Named(new WrappingButton("Download Website Now!", this), "downloadButton");
     downloadButton->setDefault(true);
     PlaceTwips(*downloadButton, 4800, 3600, 1695, 975);
-    closeButton = new QPushButton("Close", this);
+    closeButton = Named(new QPushButton("Close", this), "closeButton");
     PlaceTwips(*closeButton, 5160, 120, 1455, 375);
-    optionsButton = new QPushButton("Options >>", this);
+    optionsButton = Named(new QPushButton("Options >>", this), "optionsButton");
     PlaceTwips(*optionsButton, 5160, 600, 1455, 375);
-    filtersButton = new QPushButton("Filters", this);
+    filtersButton = Named(new QPushButton("Filters", this), "filtersButton");
     PlaceTwips(*filtersButton, 5160, 1080, 1455, 375);
+}
 
-    options = new QGroupBox(this);
+// The options area, out of sight until Options is pressed: the file types and
+// the timeout.
+void NewSiteWizard::BuildOptions() {
+    options = Named(new QGroupBox(this), "options");
     PlaceTwips(*options, 6840, 120, 2655, 4455);
-    fileTypesLabel = new QLabel("Get These File Types", options);
+    fileTypesLabel = Named(new QLabel("Get These File Types", options), "fileTypesLabel");
     PlaceTwips(*fileTypesLabel, 120, 240, 2415, 255);
-    fileTypes = new QListWidget(options);
+    fileTypes = Named(new QListWidget(options), "fileTypes");
     PlaceTwips(*fileTypes, 120, 480, 2415, 2175);
-    addTypeButton = new QPushButton("Add", options);
+    addTypeButton = Named(new QPushButton("Add", options), "addTypeButton");
     PlaceTwips(*addTypeButton, 120, 2760, 1170, 375);
-    deleteTypeButton = new QPushButton("Delete", options);
+    deleteTypeButton = Named(new QPushButton("Delete", options), "deleteTypeButton");
     PlaceTwips(*deleteTypeButton, 1365, 2760, 1170, 375);
-    defaultTypesButton = new QPushButton("Set Default", options);
+    defaultTypesButton = Named(new QPushButton("Set Default", options), "defaultTypesButton");
     PlaceTwips(*defaultTypesButton, 120, 3195, 2415, 375);
-    timeoutLabel = new QLabel("Timeout", options);
+    timeoutLabel = Named(new QLabel("Timeout", options), "timeoutLabel");
     PlaceTwips(*timeoutLabel, 120, 3780, 855, 255);
-    timeout = new QComboBox(options);
+    timeout = Named(new QComboBox(options), "timeout");
     timeout->setEditable(true);
     // The box offers its five items only; what is typed is never added.
     timeout->setInsertPolicy(QComboBox::NoInsert);
     PlaceTwips(*timeout, 960, 3720, 855, 345);
-    secondsLabel = new QLabel("Seconds", options);
+    secondsLabel = Named(new QLabel("Seconds", options), "secondsLabel");
     PlaceTwips(*secondsLabel, 1890, 3780, 705, 255);
+}
 
+void NewSiteWizard::ConnectControls() {
     for (QPushButton* b : {closeButton, addTypeButton, deleteTypeButton, defaultTypesButton,
                            optionsButton, chooseFolderButton, filtersButton})
         b->setAutoDefault(false);
-    setObjectName("newSiteWizard");
-    for (const auto& [widget, name] : std::initializer_list<std::pair<QWidget*, const char*>>{
-             {addressLabel, "addressLabel"},
-             {address, "address"},
-             {folderLabel, "folderLabel"},
-             {chooseFolderButton, "chooseFolderButton"},
-             {folder, "folder"},
-             {warning, "warning"},
-             {downloadButton, "downloadButton"},
-             {closeButton, "closeButton"},
-             {optionsButton, "optionsButton"},
-             {filtersButton, "filtersButton"},
-             {options, "options"},
-             {fileTypesLabel, "fileTypesLabel"},
-             {fileTypes, "fileTypes"},
-             {addTypeButton, "addTypeButton"},
-             {deleteTypeButton, "deleteTypeButton"},
-             {defaultTypesButton, "defaultTypesButton"},
-             {timeoutLabel, "timeoutLabel"},
-             {timeout, "timeout"},
-             {secondsLabel, "secondsLabel"}})
-        widget->setObjectName(name);
 
     connect(downloadButton, &QPushButton::clicked, this, [this] { DownloadClicked(); });
     connect(closeButton, &QPushButton::clicked, this, [this] { CloseClicked(); });

@@ -63,6 +63,9 @@ protected:
 
 private:
     void BuildControls();
+    void BuildSiteControls();
+    void BuildOptions();
+    void ConnectControls();
     void Load();
     void SetWidthTwips(int twips);
     void KeepOnScreen();

@@ -28,13 +28,6 @@ Connection::Connection(int number, CrawlEngine& crawl, std::unique_ptr<Socket> s
     ResetSilence();
 }
 
-Connection::~Connection() {
-    // No event may reach a connection being taken down.
-    socket_->onConnected = nullptr;
-    socket_->onDataArrival = nullptr;
-    silence_->onTimer = nullptr;
-}
-
 ConnectionRow& Connection::Row() {
     return crawl_.model_.Row(number_);
 }

@@ -27,7 +27,6 @@ public:
     // the connections box sets.
     Connection(int number, CrawlEngine& crawl, std::unique_ptr<Socket> socket,
                std::unique_ptr<Timer> silence);
-    ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 

@@ -168,21 +168,17 @@ bool IsSkippedBlank(char c) {
 // Reads sign, digits, fraction and exponent from `i`, skipping blanks between
 // them as a leading-number reader does. Returns the number of digits read.
 int ReadNumber(std::string_view s, std::size_t& i, double& value) {
-    auto skip = [&] {
-        while (i < s.size() && IsSkippedBlank(s[i])) ++i;
-    };
-    skip();
+    while (i < s.size() && IsSkippedBlank(s[i])) ++i;
     bool negative = false;
     if (i < s.size() && (s[i] == '+' || s[i] == '-')) {
         negative = s[i] == '-';
-        ++i;
-        skip();
+        ++i;  // blanks after the sign are skipped with the digits'
     }
     int digits = 0;
     std::string text;
     while (i < s.size() &&
            (std::isdigit(static_cast<unsigned char>(s[i])) || IsSkippedBlank(s[i]))) {
-        if (s[i] != ' ' && !IsSkippedBlank(s[i])) {
+        if (!IsSkippedBlank(s[i])) {
             text += s[i];
             ++digits;
         }

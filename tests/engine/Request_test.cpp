@@ -49,6 +49,7 @@ TEST(Request, ReadsTheExpectedSizeFromItsWindow) {
         {"Content-Length: 2147483648\r\n", true, -1},
         {"Content-Length:    123456789012", true, 0},  // no line end in the window
         {"Content-Length: abc\r\n", true, 0},
+        {"Content-Length: 12\r3\r\n", true, 123},  // a lone CR in the number is dropped
         {"content-length: 5\r\n", false, -1}};
     for (const auto& [chunk, present, size] : cases) {
         const SizeHeader header = ExpectedSizeIn(chunk);

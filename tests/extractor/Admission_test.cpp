@@ -28,6 +28,7 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         {"http://other.com/?from=site.com", "", "other.com/?from=site.com", ""},
         {"http://site.com/dir/", "site.com/dir/index.html", "", "site.com/dir/index.html.tmp"},
         {"http://site.com/dir/file", "", "site.com/dir/file", ""},
+        {"http://site.com\\dir\\", "site.com/dir/index.html", "", "site.com/dir/index.html.tmp"},
         // Query pages are taken whatever their type; the "?" goes after the placeholder is named.
         {"http://site.com/a.php?id=3", "site.com/a.php?id=3", "", "site.com/a.php_id=3.tmp"},
         {"http://site.com/a.php?", "site.com/a.php", "", "site.com/a.php_.tmp"},

@@ -36,12 +36,14 @@ TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
     RecordSearchText("first", "www.site.com", a, f.m);
     RecordSearchText("again", "www.site.com", a, f.m);
     RecordSearchText("other", "www.site.com", b, f.m);
+    // A page whose name holds the next one's whole name is no repeat of it.
+    RecordSearchText("t2", "xsite.com", f.m.targetFolder + "xsite.com\\a.html", f.m);
     RecordSearchText("back", "www.site.com", a, f.m);
-    RecordSearchText("t2", "two.org", f.m.targetFolder + "two.org\\a.html", f.m);
     EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/site.com.txt")),
               "! site.com\\a.html\r\nfirst\r\n! site.com\\dir\\b.html\r\nother\r\n"
               "! site.com\\a.html\r\nback\r\n");
-    EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/two.org.txt")), "! two.org\\a.html\r\nt2\r\n");
+    EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/xsite.com.txt")),
+              "! xsite.com\\a.html\r\nt2\r\n");
 }
 
 // Placeholders go only from the folders this crawl made (finding them whatever

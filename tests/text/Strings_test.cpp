@@ -51,7 +51,7 @@ TEST(Positions, InStrMidLeftRightTrimNeverThrow) {
         {LastChar("a/"), "/"},      {Trim(" \r\n "), "\r\n"},   {LowerTrim("  .GIF "), ".gif"},
         {Mid("abcdef", 7), ""},     {LastChar("abc/ "), " "},   {Mid("abcdef", 2, -1), "bcdef"},
         {Mid("abcdef", 0), ""},     {Mid("abcdef", 3), "cdef"}, {Left("abc", 7), "abc"},
-        {Mid("abcdef", -5, 2), ""},
+        {Mid("abcdef", -5, 2), ""}, {Mid("abcdef", 3, 0), ""},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i)
         EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;

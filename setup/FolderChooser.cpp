@@ -73,7 +73,7 @@ void FolderChooser::BuildControls() {
     setWindowTitle("Select Directory to Save the Website");
     setFont(DesignFont(8));
 
-    picture = new QLabel(this);
+    picture = Named(new QLabel(this), "picture");
     picture->setPixmap(style()->standardIcon(QStyle::SP_DirHomeIcon).pixmap(32, 32));
     picture->setAlignment(Qt::AlignCenter);
     PlaceTwips(*picture, 120, 120, 600, 600);

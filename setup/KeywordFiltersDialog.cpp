@@ -44,7 +44,7 @@ void KeywordFiltersDialog::BuildControls() {
     setWindowTitle("Keyword Filters");
     setFont(DesignFont(8));
 
-    picture = new QLabel(this);
+    picture = Named(new QLabel(this), "picture");
     picture->setPixmap(style()->standardIcon(QStyle::SP_FileDialogContentsView).pixmap(32, 32));
     picture->setAlignment(Qt::AlignCenter);
     PlaceTwips(*picture, 120, 120, 600, 600);

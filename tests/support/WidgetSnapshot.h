@@ -1,9 +1,10 @@
 // A window as text: every named widget below it, one line each, indented by
 // depth, with its class, name, text, geometry, whether it is shown and
-// enabled, its font, and what a user meets first (the focus, a modal window,
-// a default button, a label's alignment, a tooltip). Tests compare it with a file kept beside them;
-// with VANTORIN_UPDATE_SNAPSHOTS set they write the file instead (tests/update_snapshots.sh), and
-// the change is reviewed like code.
+// enabled, its font, and what a user meets first (the focus, a modal or
+// fixed-size window, a default button and those Enter would press once
+// focused, a label's alignment, a tooltip). Tests compare it with a file kept
+// beside them; with VANTORIN_UPDATE_SNAPSHOTS set they write the file instead
+// (tests/update_snapshots.sh), and the change is reviewed like code.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -58,11 +59,12 @@ inline void Describe(const QWidget& w, int depth, std::ostringstream& out) {
             << (w.isVisible() ? " shown" : " hidden") << (w.isEnabled() ? "" : " disabled") << ' '
             << w.font().pointSizeF() << (w.font().bold() ? "pt bold" : "pt")
             << (w.window()->focusWidget() == &w ? " focus" : "")
-            << (w.isWindow() && w.windowModality() != Qt::NonModal ? " modal" : "");
+            << (w.isWindow() && w.windowModality() != Qt::NonModal ? " modal" : "")
+            << (w.isWindow() && w.minimumSize() == w.maximumSize() ? " fixed" : "");
         if (auto* label = qobject_cast<const QLabel*>(&w))
             out << " aligned " << std::hex << label->alignment().toInt() << std::dec;
-        if (auto* button = qobject_cast<const QPushButton*>(&w); button && button->isDefault())
-            out << " default";
+        if (auto* button = qobject_cast<const QPushButton*>(&w))
+            out << (button->isDefault() ? " default" : button->autoDefault() ? " autodefault" : "");
         if (!w.toolTip().isEmpty()) out << " tip \"" << w.toolTip().toStdString() << '"';
         out << '\n';
         ++depth;

@@ -261,8 +261,9 @@ TEST(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
         }
         Click(wizard->filtersButton);  // pressed again: the same dialog, its list as it stands
         EXPECT_EQ(open(), std::vector<KeywordFiltersDialog*>{filters.data()});
-        EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->entry->text()),
-                  std::tuple(Strings{"ADS", "POP UP", "TRACK"}, std::size_t{1}, QString()));
+        EXPECT_EQ(std::tuple(filters->Items(), w.dialogs.asked.size(), filters->entry->text(),
+                             filters->focusWidget() == filters->entry),  // ready for the next
+                  std::tuple(Strings{"ADS", "POP UP", "TRACK"}, std::size_t{1}, QString(), true));
         filters->keywords->setCurrentRow(2);  // the last goes, and nothing more after it
         Click(filters->removeButton);
         Click(filters->removeButton);

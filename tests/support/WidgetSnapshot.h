@@ -2,9 +2,10 @@
 // depth, with its class, name, text, geometry, whether it is shown and
 // enabled, its font, and what a user meets first (the focus, a modal or
 // fixed-size window, a default button and those Enter would press once
-// focused, a label's alignment, a tooltip). Tests compare it with a file kept
-// beside them; with VANTORIN_UPDATE_SNAPSHOTS set they write the file instead
-// (tests/update_snapshots.sh), and the change is reviewed like code.
+// focused, a label's alignment and picture, a filled background, a tooltip).
+// Tests compare it with a file kept beside them; with VANTORIN_UPDATE_SNAPSHOTS
+// set they write the file instead (tests/update_snapshots.sh), and the change
+// is reviewed like code.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -61,8 +62,12 @@ inline void Describe(const QWidget& w, int depth, std::ostringstream& out) {
             << (w.window()->focusWidget() == &w ? " focus" : "")
             << (w.isWindow() && w.windowModality() != Qt::NonModal ? " modal" : "")
             << (w.isWindow() && w.minimumSize() == w.maximumSize() ? " fixed" : "");
-        if (auto* label = qobject_cast<const QLabel*>(&w))
+        if (auto* label = qobject_cast<const QLabel*>(&w)) {
             out << " aligned " << std::hex << label->alignment().toInt() << std::dec;
+            if (const QPixmap picture = label->pixmap(); !picture.isNull())
+                out << " picture " << picture.width() << 'x' << picture.height();
+        }
+        if (w.autoFillBackground()) out << " filled " << w.backgroundRole();
         if (auto* button = qobject_cast<const QPushButton*>(&w))
             out << (button->isDefault() ? " default" : button->autoDefault() ? " autodefault" : "");
         if (!w.toolTip().isEmpty()) out << " tip \"" << w.toolTip().toStdString() << '"';

@@ -209,7 +209,9 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
         ASSERT_EQ(dialogs.held.size(), 1u);
         EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
         Answer("the last page");
-        EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Done. 68: "));
+        EXPECT_EQ(dialogs.asked.back(),
+                  "Done. 68: The website has been downloaded.\r\n\r\nWould "
+                  "you like to browse the download directory?");
         dialogs.held.back()(kAnswerYes);  // Done.
         EXPECT_EQ(Text(window.statusLine()) + std::to_string(wizards), "Website Downloaded!0");
         dialogs.held.front()(answer);  // the stop question

@@ -9,8 +9,7 @@ import unittest
 import harness
 from harness import DONE_LINE, Run, read
 
-HERE = os.path.dirname(os.path.abspath(__file__))
-SITE, EXPECTED = os.path.join(HERE, "site"), os.path.join(HERE, "expected")
+SITE, EXPECTED = os.path.join(harness.HERE, "site"), os.path.join(harness.HERE, "expected")
 HOST = "www.e2esite.test"
 TYPES = {"temp/filetypes.txt": b".html\r\n.txt\r\n"}
 # What the window stored; the command line neither reads nor changes it.

@@ -16,6 +16,7 @@ import time
 import unittest
 
 DONE_LINE = b"The website has been downloaded.\n"
+HERE = os.path.dirname(os.path.abspath(__file__))  # the checkers and their sites
 PROGRAM = WORK = ANSWER = None
 LOG = collections.defaultdict(list)  # host -> [(path, request bytes)]
 

@@ -19,14 +19,13 @@ namespace {
 
 // The main window over an engine world, its wizard and filter dialog counted.
 struct MainWindowWorld : EngineWorld {
-    explicit MainWindowWorld(Dialogs& shown) : window(engine, shown, shell) {
+    MainWindowWorld() : window(engine, dialogs, shell) {
         window.openNewSiteWizard = [this] {
             ++wizards;
             return nullptr;
         };
         window.openFilters = [this] { ++filterDialogs; };
     }
-    explicit MainWindowWorld() : MainWindowWorld(dialogs) {}
     // A page answered on connection 1, the job run to its end, the window drawn.
     void Answer(const std::string& page) {
         socket(1).Accept();
@@ -39,10 +38,6 @@ struct MainWindowWorld : EngineWorld {
 };
 
 class UiTest : public ::testing::Test, public MainWindowWorld {};
-
-std::string Text(const QLabel* label) {
-    return label->text().toStdString();
-}
 
 // Each state of the main window, control by control: idle at the start, a
 // crawl with a few rows at work and the queue taken from, the pause dialog
@@ -154,13 +149,12 @@ TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
                 w.dialogs.held.back()(kAnswerYes);
                 w.loop.RunUntilIdle();
             });
-            QTimer leftRunning;
-            QObject::connect(&leftRunning, &QTimer::timeout, [] { QCoreApplication::exit(99); });
-            leftRunning.start(3000);
+            // A loop left running ends with 99.
+            QTimer::singleShot(3000, &w.window, [] { QCoreApplication::exit(99); });
             EXPECT_EQ(QCoreApplication::exec(), 0);
-            EXPECT_EQ(std::tuple(w.dialogs.held.size(), w.window.isVisible(), w.model.Running()),
-                      std::tuple(2u, false, false));
-            EXPECT_TRUE(StartsWith(w.dialogs.asked.back(), "Exit Vantorin 68: "));
+            EXPECT_EQ(std::tuple(w.dialogs.held.size(), w.window.isVisible(), w.model.Running(),
+                                 StartsWith(w.dialogs.asked.back(), "Exit Vantorin 68: ")),
+                      std::tuple(2u, false, false, true));
         }
     }
 }
@@ -213,14 +207,15 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
                   "Done. 68: The website has been downloaded.\r\n\r\nWould "
                   "you like to browse the download directory?");
         dialogs.held.back()(kAnswerYes);  // Done.
-        EXPECT_EQ(Text(window.statusLine()) + std::to_string(wizards), "Website Downloaded!0");
+        EXPECT_EQ(window.statusLine()->text() + QString::number(wizards), "Website Downloaded!0");
         dialogs.held.front()(answer);  // the stop question
         loop.RunUntilIdle();
         window.Render();
         const bool stopped = answer == kAnswerYes;
-        EXPECT_EQ(std::tuple(Text(window.statusLine()), window.pauseAction()->isEnabled(), wizards),
-                  std::tuple(stopped ? "Operation Cancelled." : "Website Downloaded!", !stopped,
-                             wizardsAfter));
+        EXPECT_EQ(
+            std::tuple(window.statusLine()->text(), window.pauseAction()->isEnabled(), wizards),
+            std::tuple(stopped ? "Operation Cancelled." : "Website Downloaded!", !stopped,
+                       wizardsAfter));
         dialogs.holdAnswers = false;
     }
     EXPECT_EQ(shell.folders, std::vector<std::string>(2, engine.TargetFolder()));

@@ -100,9 +100,7 @@ inline void ExpectSnapshot(const QWidget& window, const std::string& file,
     }
     std::ifstream in(path, std::ios::binary);
     ASSERT_TRUE(in) << path << " is missing: run tests/update_snapshots.sh";
-    std::ostringstream kept;
-    kept << in.rdbuf();
-    EXPECT_EQ(now, kept.str()) << path;
+    EXPECT_EQ(now, std::string(std::istreambuf_iterator<char>(in), {})) << path;
 }
 
 }  // namespace vantorin::testing

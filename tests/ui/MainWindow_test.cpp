@@ -91,7 +91,6 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     const auto [queueWidth, footerLeft, toolbarLeft] = rightSide();
     window.resize(window.width() + 150, window.height());
     EXPECT_EQ(rightSide(), std::tuple(queueWidth + 150, footerLeft + 150, toolbarLeft + 150));
-    window.hide();
 }
 
 // A wrong resource path fails silently at run time: the windows would simply
@@ -103,7 +102,8 @@ TEST(AppIcon, EverySizeIsCompiledIn) {
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.vantorin.Vantorin");
 }
 
-TEST_F(UiTest, KeysButtonsAndMenusReachTheirVerbs) {
+// Keys, buttons and menus reach their verbs, and typing and choosing the engine.
+TEST_F(UiTest, KeysButtonsMenusAndTypingReachTheirVerbs) {
     window.show();
     QApplication::setActiveWindow(&window);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -119,7 +119,33 @@ TEST_F(UiTest, KeysButtonsAndMenusReachTheirVerbs) {
     EXPECT_EQ(shell.folders, (std::vector<std::string>{"C:\\Websites\\", "C:\\Websites\\"}));
     window.filtersButton()->click();
     EXPECT_EQ(filterDialogs, 1);
-    window.hide();
+
+    // What is typed reaches the engine, Enter starts, and the cleaned address
+    // shown is selected when the box takes the focus; the connections box takes
+    // a typed count without adding it to its list, refuses one typed empty with
+    // its message (back to 4), and chosen from the list lets the rows above it go.
+    dialogs.asked.clear();
+    QTest::keyClicks(window.address(), "example.com");
+    EXPECT_EQ(model.address, "example.com");
+    QTest::keyClick(window.address(), Qt::Key_Return);
+    QFocusEvent focusIn(QEvent::FocusIn);
+    QCoreApplication::sendEvent(window.address(), &focusIn);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::pair(window.startButton()->isEnabled(), window.address()->selectedText()),
+              std::pair(false, QString("www.example.com")));
+
+    QLineEdit* typed = window.connectionsBox()->lineEdit();
+    typed->selectAll();
+    QTest::keyClicks(typed, "7");
+    QTest::keyClick(typed, Qt::Key_Return);  // taken, not added to the list
+    EXPECT_EQ(std::pair(model.connectionLimit, window.connectionsBox()->count()),
+              std::pair(std::string("7"), 24));
+    QTest::keyClick(typed, Qt::Key_Backspace);
+    EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
+    EXPECT_EQ(dialogs.asked, std::vector<std::string>{
+                                 "Try Again 16: Must be a number of connections from 1 to 24"});
+    emit window.connectionsBox()->activated(1);  // "2"
+    EXPECT_EQ(model.connectionLimit, "2");
 }
 
 // Ctrl+Q, File > Exit and the window's close button, idle and crawling: each
@@ -157,34 +183,6 @@ TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
                       std::tuple(2u, false, false, true));
         }
     }
-}
-
-// What is typed reaches the engine, Enter starts, and the cleaned address
-// shown is selected when the box takes the focus; the connections box takes
-// a typed count without adding it to its list, refuses one typed empty with
-// its message (back to 4), and chosen from the list lets the rows above it go.
-TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
-    QTest::keyClicks(window.address(), "example.com");
-    EXPECT_EQ(model.address, "example.com");
-    QTest::keyClick(window.address(), Qt::Key_Return);
-    QFocusEvent focusIn(QEvent::FocusIn);
-    QCoreApplication::sendEvent(window.address(), &focusIn);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(std::pair(window.startButton()->isEnabled(), window.address()->selectedText()),
-              std::pair(false, QString("www.example.com")));
-
-    QLineEdit* typed = window.connectionsBox()->lineEdit();
-    typed->selectAll();
-    QTest::keyClicks(typed, "7");
-    QTest::keyClick(typed, Qt::Key_Return);  // taken, not added to the list
-    EXPECT_EQ(std::pair(model.connectionLimit, window.connectionsBox()->count()),
-              std::pair(std::string("7"), 24));
-    QTest::keyClick(typed, Qt::Key_Backspace);
-    EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
-    EXPECT_EQ(dialogs.asked, std::vector<std::string>{
-                                 "Try Again 16: Must be a number of connections from 1 to 24"});
-    emit window.connectionsBox()->activated(1);  // "2"
-    EXPECT_EQ(model.connectionLimit, "2");
 }
 
 // The stop question waits for its answer while the crawl goes on: a crawl

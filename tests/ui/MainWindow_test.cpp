@@ -26,10 +26,11 @@ struct MainWindowWorld : EngineWorld {
         };
         window.openFilters = [this] { ++filterDialogs; };
     }
-    // A page answered on connection 1, the job run to its end, the window drawn.
-    void Answer(const std::string& page) {
+    // A response on connection 1 (the server closing after it, unless told
+    // otherwise), the job run to its end, the window drawn.
+    void Answer(const std::string& response, bool closes = true) {
         socket(1).Accept();
-        socket(1).Receive("H\r\n\r\n" + page, true);
+        socket(1).Receive(response, closes);
         loop.RunUntilIdle();
         window.Render();
     }
@@ -57,13 +58,10 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     EXPECT_EQ(wizards, 1);
     WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
     Start("www.a.test/");
-    Answer("<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
+    Answer("H\r\n\r\n<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
     tick().Fire();
     tick().Fire();
-    socket(1).Accept();
-    socket(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab");
-    loop.RunUntilIdle();
-    window.Render();
+    Answer("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab", false);
     ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
     window.pauseAction()->trigger();
     auto* pause = window.findChild<PauseDialog*>();
@@ -83,10 +81,9 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     window.Render();
     EXPECT_EQ(window.focusWidget(), window.queue());
     // The queue widens with the window, and what stands at its right moves with it.
+    const auto x = [&](const char* name) { return window.findChild<QWidget*>(name)->x(); };
     const auto rightSide = [&] {
-        return std::tuple(window.queue()->width(),
-                          window.findChild<QWidget*>("connectionsFooter")->x(),
-                          window.findChild<QWidget*>("toolbar")->x());
+        return std::tuple(window.queue()->width(), x("connectionsFooter"), x("toolbar"));
     };
     const auto [queueWidth, footerLeft, toolbarLeft] = rightSide();
     window.resize(window.width() + 150, window.height());
@@ -200,7 +197,7 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
         (window.*click)();
         ASSERT_EQ(dialogs.held.size(), 1u);
         EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
-        Answer("the last page");
+        Answer("H\r\n\r\nthe last page");
         EXPECT_EQ(dialogs.asked.back(),
                   "Done. 68: The website has been downloaded.\r\n\r\nWould "
                   "you like to browse the download directory?");

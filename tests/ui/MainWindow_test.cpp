@@ -186,11 +186,10 @@ TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
 TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
     const std::tuple<void (MainWindow::*)(), int, int> cases[] = {
         {&MainWindow::StopClicked, kAnswerYes, 0}, {&MainWindow::NewSiteChosen, kAnswerNo, 1}};
-    for (const auto& [click, answer, wizardsAfter] : cases) {
-        wizards = 0;
+    dialogs.holdAnswers = true;
+    for (const auto& [click, answer, wizardsAfter] : cases) {  // the wizards counted across rows
         dialogs.held.clear();
         Start("a.test");
-        dialogs.holdAnswers = true;
         (window.*click)();
         ASSERT_EQ(dialogs.held.size(), 1u);
         EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
@@ -208,7 +207,6 @@ TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
             std::tuple(window.statusLine()->text(), window.pauseAction()->isEnabled(), wizards),
             std::tuple(stopped ? "Operation Cancelled." : "Website Downloaded!", !stopped,
                        wizardsAfter));
-        dialogs.holdAnswers = false;
     }
     EXPECT_EQ(shell.folders, std::vector<std::string>(2, engine.TargetFolder()));
 }

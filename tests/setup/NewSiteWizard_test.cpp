@@ -144,8 +144,7 @@ TEST_F(Wizard, FileTypesButtons) {
     form.DefaultTypesClicked();
     EXPECT_EQ(dialogs.asked.back(),
               "Default 68: Are you sure you want to set the file types list to default?");
-    EXPECT_EQ(form.fileTypes->count(), 12);
-    EXPECT_EQ(TypesFile(*this), kDefaultsFile);
+    EXPECT_EQ(std::pair(form.fileTypes->count(), TypesFile(*this)), std::pair(12, kDefaultsFile));
 }
 
 // The wizard opens centred over the main window and grows and shrinks about

@@ -29,23 +29,22 @@
 namespace vantorin::testing {
 
 inline std::string ShownText(const QWidget& w) {
+    // A list's rows, or a drop-down list's items, joined.
+    const auto rows = [](const QAbstractItemModel& model) {
+        QStringList texts;
+        for (int i = 0; i < model.rowCount(); ++i) texts << model.index(i, 0).data().toString();
+        return texts.join(',');
+    };
     QString text;
     if (auto* label = qobject_cast<const QLabel*>(&w)) text = label->text();
     if (auto* button = qobject_cast<const QAbstractButton*>(&w)) text = button->text();
     if (auto* box = qobject_cast<const QLineEdit*>(&w)) text = box->text();
     if (auto* group = qobject_cast<const QGroupBox*>(&w)) text = group->title();
     if (auto* menu = qobject_cast<const QMenu*>(&w)) text = menu->title();
-    if (auto* combo = qobject_cast<const QComboBox*>(&w)) {
-        QStringList items;
-        for (int i = 0; i < combo->count(); ++i) items << combo->itemText(i);
-        text = combo->currentText() + " [" + items.join(',') + "]";
-    }
-    if (auto* list = qobject_cast<const QListView*>(&w); list && list->model()) {
-        QStringList rows;
-        for (int i = 0; i < list->model()->rowCount(); ++i)
-            rows << list->model()->index(i, 0).data().toString();
-        text = "[" + rows.join(',') + "]";
-    }
+    if (auto* combo = qobject_cast<const QComboBox*>(&w))
+        text = combo->currentText() + " [" + rows(*combo->model()) + "]";
+    if (auto* list = qobject_cast<const QListView*>(&w); list && list->model())
+        text = "[" + rows(*list->model()) + "]";
     if (w.isWindow()) text = w.windowTitle();
     return text.toStdString();
 }
@@ -87,27 +86,21 @@ inline void Describe(const QWidget& w, int depth, std::ostringstream& out) {
                     << (action->isEnabled() ? "" : " disabled") << '\n';
 }
 
-inline std::string Snapshot(const QWidget& window) {
-    std::ostringstream out;
-    Describe(window, 0, out);
-    return out.str();
-}
-
 // Compares the window with `file` (a path below the test sources), or writes
 // it; `mask` takes out what differs from machine to machine.
 inline void ExpectSnapshot(const QWidget& window, const std::string& file,
                            const std::function<std::string(std::string)>& mask = {}) {
     const std::string path = std::string(VANTORIN_TEST_SOURCES) + "/" + file;
-    const std::string now = mask ? mask(Snapshot(window)) : Snapshot(window);
+    std::ostringstream out;
+    Describe(window, 0, out);
+    const std::string now = mask ? mask(out.str()) : out.str();
     if (qEnvironmentVariableIsSet("VANTORIN_UPDATE_SNAPSHOTS")) {
         std::ofstream(path, std::ios::binary) << now;
         return;
     }
     std::ifstream in(path, std::ios::binary);
     ASSERT_TRUE(in) << path << " is missing: run tests/update_snapshots.sh";
-    std::ostringstream kept;
-    kept << in.rdbuf();
-    EXPECT_EQ(now, kept.str()) << path;
+    EXPECT_EQ(now, std::string(std::istreambuf_iterator<char>(in), {})) << path;
 }
 
 }  // namespace vantorin::testing

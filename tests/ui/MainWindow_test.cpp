@@ -19,18 +19,18 @@ namespace {
 
 // The main window over an engine world, its wizard and filter dialog counted.
 struct MainWindowWorld : EngineWorld {
-    explicit MainWindowWorld(Dialogs& shown) : window(engine, shown, shell) {
+    MainWindowWorld() : window(engine, dialogs, shell) {
         window.openNewSiteWizard = [this] {
             ++wizards;
             return nullptr;
         };
         window.openFilters = [this] { ++filterDialogs; };
     }
-    explicit MainWindowWorld() : MainWindowWorld(dialogs) {}
-    // A page answered on connection 1, the job run to its end, the window drawn.
-    void Answer(const std::string& page) {
+    // A response on connection 1 (the server closing after it, unless told
+    // otherwise), the job run to its end, the window drawn.
+    void Answer(const std::string& response, bool closes = true) {
         socket(1).Accept();
-        socket(1).Receive("H\r\n\r\n" + page, true);
+        socket(1).Receive(response, closes);
         loop.RunUntilIdle();
         window.Render();
     }
@@ -39,10 +39,6 @@ struct MainWindowWorld : EngineWorld {
 };
 
 class UiTest : public ::testing::Test, public MainWindowWorld {};
-
-std::string Text(const QLabel* label) {
-    return label->text().toStdString();
-}
 
 // Each state of the main window, control by control: idle at the start, a
 // crawl with a few rows at work and the queue taken from, the pause dialog
@@ -62,13 +58,10 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     EXPECT_EQ(wizards, 1);
     WriteNativeFile(dir.NativePath("prog/temp/filetypes.txt"), ".htm\r\n");
     Start("www.a.test/");
-    Answer("<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
+    Answer("H\r\n\r\n<a href='1.htm'> <a href='2.htm'> <a href='3.htm'> <a href='4.htm'>");
     tick().Fire();
     tick().Fire();
-    socket(1).Accept();
-    socket(1).Receive("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab");
-    loop.RunUntilIdle();
-    window.Render();
+    Answer("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab", false);
     ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
     window.pauseAction()->trigger();
     auto* pause = window.findChild<PauseDialog*>();
@@ -88,15 +81,13 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     window.Render();
     EXPECT_EQ(window.focusWidget(), window.queue());
     // The queue widens with the window, and what stands at its right moves with it.
+    const auto x = [&](const char* name) { return window.findChild<QWidget*>(name)->x(); };
     const auto rightSide = [&] {
-        return std::tuple(window.queue()->width(),
-                          window.findChild<QWidget*>("connectionsFooter")->x(),
-                          window.findChild<QWidget*>("toolbar")->x());
+        return std::tuple(window.queue()->width(), x("connectionsFooter"), x("toolbar"));
     };
     const auto [queueWidth, footerLeft, toolbarLeft] = rightSide();
     window.resize(window.width() + 150, window.height());
     EXPECT_EQ(rightSide(), std::tuple(queueWidth + 150, footerLeft + 150, toolbarLeft + 150));
-    window.hide();
 }
 
 // A wrong resource path fails silently at run time: the windows would simply
@@ -108,23 +99,47 @@ TEST(AppIcon, EverySizeIsCompiledIn) {
     EXPECT_EQ(QGuiApplication::desktopFileName(), "org.vantorin.Vantorin");
 }
 
-TEST_F(UiTest, KeysButtonsAndMenusReachTheirVerbs) {
+// Keys, buttons and menus reach their verbs, and typing and choosing the engine.
+TEST_F(UiTest, KeysButtonsMenusAndTypingReachTheirVerbs) {
     window.show();
     QApplication::setActiveWindow(&window);
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QCoreApplication::processEvents();
-    EXPECT_EQ(wizards, 1);                                     // opened by the first activation
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);  // no crawl: the wizard at once
-    EXPECT_EQ(wizards, 2);
-    QTest::keyClick(&window, Qt::Key_F1);
-    EXPECT_EQ(dialogs.asked, std::vector<std::string>{"About 64: Vantorin Website Downloader 1.9"});
+    EXPECT_EQ(wizards, 2);                 // the first opened by the first activation
+    QTest::keyClick(&window, Qt::Key_F1);  // its box is the first asked, checked below
     engine.SetTargetFolder("C:\\Websites\\");
     window.findChild<QAction*>("exploreItem")->trigger();
     window.exploreButton()->click();
     EXPECT_EQ(shell.folders, (std::vector<std::string>{"C:\\Websites\\", "C:\\Websites\\"}));
     window.filtersButton()->click();
     EXPECT_EQ(filterDialogs, 1);
-    window.hide();
+
+    // What is typed reaches the engine, Enter starts, and the cleaned address
+    // shown is selected when the box takes the focus; the connections box takes
+    // a typed count without adding it to its list, refuses one typed empty with
+    // its message (back to 4), and chosen from the list lets the rows above it go.
+    QTest::keyClicks(window.address(), "example.com");
+    QTest::keyClick(window.address(), Qt::Key_Return);
+    QFocusEvent focusIn(QEvent::FocusIn);
+    QCoreApplication::sendEvent(window.address(), &focusIn);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::pair(window.startButton()->isEnabled(), window.address()->selectedText()),
+              std::pair(false, QString("www.example.com")));
+
+    QLineEdit* typed = window.connectionsBox()->lineEdit();
+    typed->selectAll();
+    QTest::keyClicks(typed, "7");
+    QTest::keyClick(typed, Qt::Key_Return);  // taken, not added to the list
+    EXPECT_EQ(std::pair(model.connectionLimit, window.connectionsBox()->count()),
+              std::pair(std::string("7"), 24));
+    QTest::keyClick(typed, Qt::Key_Backspace);
+    EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
+    EXPECT_EQ(dialogs.asked, (std::vector<std::string>{
+                                 "About 64: Vantorin Website Downloader 1.9",
+                                 "Try Again 16: Must be a number of connections from 1 to 24"}));
+    emit window.connectionsBox()->activated(1);  // "2"
+    EXPECT_EQ(model.connectionLimit, "2");
 }
 
 // Ctrl+Q, File > Exit and the window's close button, idle and crawling: each
@@ -154,43 +169,14 @@ TEST(MainWindowExit, EachWayAsksOnceNoKeepsEverythingYesEndsTheLoop) {
                 w.dialogs.held.back()(kAnswerYes);
                 w.loop.RunUntilIdle();
             });
-            QTimer leftRunning;
-            QObject::connect(&leftRunning, &QTimer::timeout, [] { QCoreApplication::exit(99); });
-            leftRunning.start(3000);
+            // A loop left running ends with 99.
+            QTimer::singleShot(3000, &w.window, [] { QCoreApplication::exit(99); });
             EXPECT_EQ(QCoreApplication::exec(), 0);
-            EXPECT_EQ(std::tuple(w.dialogs.held.size(), w.window.isVisible(), w.model.Running()),
-                      std::tuple(2u, false, false));
-            EXPECT_TRUE(StartsWith(w.dialogs.asked.back(), "Exit Vantorin 68: "));
+            EXPECT_EQ(std::tuple(w.dialogs.held.size(), w.window.isVisible(), w.model.Running(),
+                                 StartsWith(w.dialogs.asked.back(), "Exit Vantorin 68: ")),
+                      std::tuple(2u, false, false, true));
         }
     }
-}
-
-// What is typed reaches the engine, Enter starts, and the cleaned address
-// shown is selected when the box takes the focus; the connections box takes
-// a typed count without adding it to its list, refuses one typed empty with
-// its message (back to 4), and chosen from the list lets the rows above it go.
-TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
-    QTest::keyClicks(window.address(), "example.com");
-    EXPECT_EQ(model.address, "example.com");
-    QTest::keyClick(window.address(), Qt::Key_Return);
-    QFocusEvent focusIn(QEvent::FocusIn);
-    QCoreApplication::sendEvent(window.address(), &focusIn);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(std::pair(window.startButton()->isEnabled(), window.address()->selectedText()),
-              std::pair(false, QString("www.example.com")));
-
-    QLineEdit* typed = window.connectionsBox()->lineEdit();
-    typed->selectAll();
-    QTest::keyClicks(typed, "7");
-    QTest::keyClick(typed, Qt::Key_Return);  // taken, not added to the list
-    EXPECT_EQ(std::pair(model.connectionLimit, window.connectionsBox()->count()),
-              std::pair(std::string("7"), 24));
-    QTest::keyClick(typed, Qt::Key_Backspace);
-    EXPECT_EQ(window.connectionsBox()->currentText().toStdString(), "4");
-    EXPECT_EQ(dialogs.asked, std::vector<std::string>{
-                                 "Try Again 16: Must be a number of connections from 1 to 24"});
-    emit window.connectionsBox()->activated(1);  // "2"
-    EXPECT_EQ(model.connectionLimit, "2");
 }
 
 // The stop question waits for its answer while the crawl goes on: a crawl
@@ -200,28 +186,27 @@ TEST_F(UiTest, TypingAndChoosingReachTheEngine) {
 TEST_F(UiTest, ACrawlCompletingDuringTheStopQuestionEndsAndTheAnswerFollows) {
     const std::tuple<void (MainWindow::*)(), int, int> cases[] = {
         {&MainWindow::StopClicked, kAnswerYes, 0}, {&MainWindow::NewSiteChosen, kAnswerNo, 1}};
-    for (const auto& [click, answer, wizardsAfter] : cases) {
-        wizards = 0;
+    dialogs.holdAnswers = true;
+    for (const auto& [click, answer, wizardsAfter] : cases) {  // the wizards counted across rows
         dialogs.held.clear();
         Start("a.test");
-        dialogs.holdAnswers = true;
         (window.*click)();
         ASSERT_EQ(dialogs.held.size(), 1u);
         EXPECT_TRUE(StartsWith(dialogs.asked.back(), "Stop Download 68: "));
-        Answer("the last page");
+        Answer("H\r\n\r\nthe last page");
         EXPECT_EQ(dialogs.asked.back(),
                   "Done. 68: The website has been downloaded.\r\n\r\nWould "
                   "you like to browse the download directory?");
         dialogs.held.back()(kAnswerYes);  // Done.
-        EXPECT_EQ(Text(window.statusLine()) + std::to_string(wizards), "Website Downloaded!0");
+        EXPECT_EQ(window.statusLine()->text() + QString::number(wizards), "Website Downloaded!0");
         dialogs.held.front()(answer);  // the stop question
         loop.RunUntilIdle();
         window.Render();
         const bool stopped = answer == kAnswerYes;
-        EXPECT_EQ(std::tuple(Text(window.statusLine()), window.pauseAction()->isEnabled(), wizards),
-                  std::tuple(stopped ? "Operation Cancelled." : "Website Downloaded!", !stopped,
-                             wizardsAfter));
-        dialogs.holdAnswers = false;
+        EXPECT_EQ(
+            std::tuple(window.statusLine()->text(), window.pauseAction()->isEnabled(), wizards),
+            std::tuple(stopped ? "Operation Cancelled." : "Website Downloaded!", !stopped,
+                       wizardsAfter));
     }
     EXPECT_EQ(shell.folders, std::vector<std::string>(2, engine.TargetFolder()));
 }

@@ -18,13 +18,13 @@ QMessageBox* OpenBox() {
 // program's name, never the executable's.
 TEST(QtDialogs, QuestionsAreAnsweredByTheirBoxesAndABoxStandsOverAnOpenOne) {
     QtDialogs dialogs;
+    int answer = 0;
     // Style, the button clicked (NoButton: closed by its frame), the answer.
     const std::tuple<int, QMessageBox::StandardButton, int> cases[] = {
         {kYesNo + kInformation, QMessageBox::Yes, kAnswerYes},
         {kYesNo + kCritical, QMessageBox::NoButton, kAnswerNo},
         {kInformation, QMessageBox::NoButton, kAnswerOk}};
     for (const auto& [style, clicked, expected] : cases) {
-        int answer = 0;
         dialogs.Ask("Sure?", "Stop Download", style, [&](int given) { answer = given; });
         QMessageBox* box = OpenBox();
         ASSERT_NE(box, nullptr);
@@ -38,7 +38,6 @@ TEST(QtDialogs, QuestionsAreAnsweredByTheirBoxesAndABoxStandsOverAnOpenOne) {
     // A box asked while another is open stands over it.
     dialogs.Ask("Sure?", "Stop Download", kYesNo + kInformation, {});
     QMessageBox* question = OpenBox();
-    int answer = 0;
     dialogs.Ask("Done?", "Done.", kYesNo + kInformation, [&](int given) { answer = given; });
     EXPECT_EQ(std::tuple(OpenBox()->windowTitle(), OpenBox()->parentWidget()),
               std::tuple(QString("Done."), static_cast<QWidget*>(question)));

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/support/TempDir.h"
@@ -37,12 +38,8 @@ std::string Summary(int resolved, int local, const std::string& online) {
            " links between saved pages lead to a saved file; " + online + ".";
 }
 
-struct Case {
-    const char* name;
-    Files files;
-    std::vector<std::string> lines;
-    int status;
-};
+// name, the mirror's files, the report's lines, the exit status
+using Case = std::tuple<const char*, Files, std::vector<std::string>, int>;
 
 TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
     std::string many;  // 20,000 targets met once, then one met three times
@@ -111,15 +108,15 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
         {"many broken targets", {{"big.html", many}}, manyLines, 1},
     };
     // clang-format on
-    for (const Case& c : cases) {
+    for (const auto& [name, files, lines, status] : cases) {
         testing::TempDir dir;
-        const OfflineReport report = CheckFolder(Build(dir, c.files) + "/");
-        EXPECT_EQ(CheckReportLines(report), c.lines) << c.name;
-        EXPECT_EQ(CheckExitStatus(report), c.status) << c.name;
+        const OfflineReport report = CheckFolder(Build(dir, files) + "/");
+        EXPECT_EQ(CheckReportLines(report), lines) << name;
+        EXPECT_EQ(CheckExitStatus(report), status) << name;
     }
     const OfflineReport missing = CheckFolder("/nonexistent/vantorin-mirror");
-    EXPECT_EQ(missing.folderError, "No such file or directory");
-    EXPECT_EQ(CheckExitStatus(missing), 2);
+    EXPECT_EQ(std::tuple(missing.folderError, CheckExitStatus(missing)),
+              std::tuple("No such file or directory", 2));
 }
 
 // After a crawl only the pages it saved are read; their links may lead to

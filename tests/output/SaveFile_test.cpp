@@ -51,16 +51,16 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
         {"can cel", "site.com/c.html", "", " cel\r\n"},
         {"   ", "site.com/c.html", "", "\r\n"}};
     for (const auto& [received, address, savedAs, content] : cases) {
+        SCOPED_TRACE(address);
         Saver s;
         s.Save(received, std::string("\\") + address);
         const std::string file = *savedAs ? savedAs : address;
         const bool saved = !content.empty();
-        EXPECT_EQ(ReadNativeFile(s.Target(file)), content) << address;
-        EXPECT_EQ(s.filesDone, saved ? 1 : 0) << address;
+        EXPECT_EQ(ReadNativeFile(s.Target(file)), content);
+        EXPECT_EQ(s.filesDone, saved ? 1 : 0);
         // Only pages and text files are recorded for the search.
         EXPECT_EQ(NativeExists(s.Target("_SearchData/site.com.txt")),
-                  saved && (Contains(file, ".htm") || Contains(file, ".txt")))
-            << address;
+                  saved && (Contains(file, ".htm") || Contains(file, ".txt")));
     }
 }
 

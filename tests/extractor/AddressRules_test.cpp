@@ -5,7 +5,6 @@
 #include <tuple>
 
 namespace vantorin {
-namespace {
 
 TEST(AddressRules, EachRuleOnItsBoundaries) {
     using Rule = std::string (*)(std::string_view);
@@ -44,5 +43,4 @@ TEST(AddressRules, EachRuleOnItsBoundaries) {
     EXPECT_TRUE(EndsWithSlash("a\\") && !EndsWithSlash("a/ ") && !EndsWithSlash("   "));
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -10,7 +10,6 @@
 #include "text/Strings.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -84,5 +83,4 @@ TEST(AdmitLink, KnownFilesAndKeywordsDropTheLinkWithoutTrace) {
     }
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <random>
 #include <string>
 #include <vector>
@@ -45,8 +46,7 @@ TEST(HostilePages, ChangeNothingOutsideTheTargetFolder) {
     const auto before = ListTreeExcept(f.tmp.Native(), mirror);
     std::mt19937 random(20261126);
     std::int32_t filesDone = 0;
-    std::vector<std::string> texts;
-    texts.reserve(1000);
+    std::deque<std::string> texts;  // each stays where it is while its scan runs
     Jobs jobs;
     for (int page = 0; page < 1000; ++page) {
         std::string html = "H\r\n\r\n" + Hostile(random, 4);

@@ -10,7 +10,6 @@
 #include "text/Strings.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -98,5 +97,4 @@ TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndWaitsFiveTurnsAnHref) 
     EXPECT_EQ(plain, "no link here");
 }
 
-}  // namespace
 }  // namespace vantorin

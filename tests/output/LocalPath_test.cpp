@@ -43,13 +43,12 @@ TEST(MakeLocalPath, MapsAddressAndRecordsOnlyTheFoldersItMade) {
 
     // Only the exact lower-case scheme goes; every "www." goes, also from the
     // target folder's own name.
-    const std::string tmp = f.tmp.Backslashed();
     const std::pair<std::string, std::string> cases[] = {
         {t + "site.com//a", t + "site.com\\a"},
         {t + "site.com///a", t + "site.com\\\\a"},
         {"http://www.site.com/a", "site.com\\a"},
         {"HTTP://site.com/a", "HTTP:\\site.com\\a"},
-        {tmp + "www.m\\site.com/a", tmp + "m\\site.com\\a"}};
+        {f.tmp.Backslashed() + "www.m\\site.com/a", f.tmp.Backslashed() + "m\\site.com\\a"}};
     for (const auto& [in, out] : cases) EXPECT_EQ(MakeLocalPath(in, f.files, made), out);
 }
 

@@ -88,14 +88,12 @@ TEST_F(FileSystemTest, CountsFailedWritesKeepingTheFirstFive) {
     EXPECT_FALSE(fs.WriteWhole(target + "missing\\quiet", "x", false));
     EXPECT_FALSE(fs.AppendLine(target + "missing\\log.txt", "x"));
     EXPECT_TRUE(fs.WriteWhole(target + "fine.txt", "x"));
-    const std::string missing = dir.NativePath("mirror/missing/"),
-                      why = "No such file or directory";
+    const std::string gone = dir.NativePath("mirror/missing/"), why = "No such file or directory";
     std::vector<WriteFailure> firstFive;
-    for (const char* name : {"f0", "f1", "f2", "f3", "f4"})
-        firstFive.push_back({missing + name, why});
+    for (const char* name : {"f0", "f1", "f2", "f3", "f4"}) firstFive.push_back({gone + name, why});
     const WriteFaults& f = fs.Faults();
     EXPECT_EQ(std::tuple(f.filesFailed, f.firstFiles, f.linesFailed, f.firstLines),
-              std::tuple(7, firstFive, 1, std::vector<WriteFailure>{{missing + "log.txt", why}}));
+              std::tuple(7, firstFive, 1, std::vector<WriteFailure>{{gone + "log.txt", why}}));
 
     // A full disk takes the bytes into the stream's buffer and refuses them at the flush.
     if (!NativeExists("/dev/full"))

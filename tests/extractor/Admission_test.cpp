@@ -50,15 +50,13 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         if (*queued) {
             EXPECT_EQ(ReadNativeFile(f.Target(placeholder)), kPlaceholder);
             EXPECT_EQ(ReadNativeFile(f.Target("log.txt")), queued + std::string("\r\n"));
-            // Only a link climbing with "/../" is recorded in transdd.txt.
-            EXPECT_EQ(NativeExists(f.Target("transdd.txt")), Contains(link, "/../"));
+            // Only a link climbing with "/../" is recorded in transdd.txt, before and after
+            // resolving.
+            const std::string climbed = std::string(link + 7) + "\r\n" + queued + "\r\n\r\n";
+            EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
+                      Contains(link, "/../") ? climbed : "");
         }
     }
-    // A link climbing inside the site is recorded before and after resolving.
-    MirrorFixture f;
-    AdmitLink("http://site.com/a/../b.html", f.admission);
-    EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
-              "site.com/a/../b.html\r\nsite.com/b.html\r\n\r\n");
 }
 
 // Known when downloaded (also under an added ".html") or already queued; a

@@ -41,10 +41,9 @@ void WriteNativeFile(const std::string& nativePath, const std::string& bytes) {
 std::set<std::string> ListTreeExcept(const std::string& root, const std::string& excluded) {
     std::set<std::string> seen;
     std::error_code ec;
-    const fs::path skip(excluded);
-    for (auto it = fs::recursive_directory_iterator(root, ec);
-         it != fs::recursive_directory_iterator(); it.increment(ec)) {
-        if (it->path() == skip)
+    for (auto it = fs::recursive_directory_iterator(root, ec); it != fs::end(it);
+         it.increment(ec)) {
+        if (it->path() == excluded)
             it.disable_recursion_pending();
         else
             seen.insert(it->path().string() + " " +

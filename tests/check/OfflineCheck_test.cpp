@@ -37,8 +37,8 @@ static std::string Summary(int resolved, int local, const std::string& online) {
            " links between saved pages lead to a saved file; " + online + ".";
 }
 
-// name, the mirror's files, the report's lines, the exit status
-using Case = std::tuple<const char*, Files, std::vector<std::string>, int>;
+// The mirror's files, the report's lines, the exit status.
+using Case = std::tuple<Files, std::vector<std::string>, int>;
 
 TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
     // 20,000 targets met once, then one met three times and again on a later page:
@@ -66,29 +66,30 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
 
     // clang-format off
     const Case cases[] = {
-        {"relative", {{"h/a.html", "<a href=b.html><a href=sub/c.html><img src='../h/i.gif'><link href=./b.html>"},
-                      {"h/b.html", ""}, {"h/i.gif", "GIF"}, {"h/sub/c.html", "<a href=\"../a.html\">"}},
+        // relative
+        {{{"h/a.html", "<a href=b.html><a href=sub/c.html><img src='../h/i.gif'><link href=./b.html>"},
+          {"h/b.html", ""}, {"h/i.gif", "GIF"}, {"h/sub/c.html", "<a href=\"../a.html\">"}},
          {Summary(5, 5, "0 lead online")}, 0},
-        {"root-relative and climbing",
-         {{"h/b.html", ""}, {"../x.html", ""}, {"h/sub/a.html", "<a href=/h/b.html><a href=../../../x.html>"}},
+        // root-relative and climbing
+        {{{"h/b.html", ""}, {"../x.html", ""}, {"h/sub/a.html", "<a href=/h/b.html><a href=../../../x.html>"}},
          {Summary(0, 2, "0 lead online"), "h/sub/a.html -> /h/b.html (looked for: /h/b.html)",
           "h/sub/a.html -> ../../../x.html (looked for: ../x.html)"}, 1},
-        {"folders with and without index.html",
-         {{"h/a.html", "<a href=sub/><a href=sub><a href=bare/><a href=.><a href=..>"}, {"h/index.html", ""},
+        // folders with and without index.html
+        {{{"h/a.html", "<a href=sub/><a href=sub><a href=bare/><a href=.><a href=..>"}, {"h/index.html", ""},
           {"h/sub/index.html", ""}, {"h/bare/", ""}},
          {Summary(3, 5, "0 lead online"), "h/a.html -> bare/ (looked for: h/bare/index.html)",
           "h/a.html -> .. (looked for: index.html)"}, 1},
-        {"query, fragment and escapes",
-         {{"a.html", "<a href='b.html?x=1#top'><a href=#top><a href=?q=2><a href=caf%C3%A9.html>"
+        // query, fragment and escapes
+        {{{"a.html", "<a href='b.html?x=1#top'><a href=#top><a href=?q=2><a href=caf%C3%A9.html>"
                      "<a href=caf&eacute;.html><a href=a%20b.html><a href=100%.html>"},
           {"b.html", ""}, {"caf\xC3\xA9.html", ""}, {"a b.html", ""}, {"100%.html", ""}},
          {Summary(5, 5, "0 lead online")}, 0},
-        {"other hosts and schemes",
-         {{"a.SHTML", "<a href=http://o.test/><a href='mailto:me@o.test'><script src=//cdn.test/x.js>"
+        // other hosts and schemes
+        {{{"a.SHTML", "<a href=http://o.test/><a href='mailto:me@o.test'><script src=//cdn.test/x.js>"
                       "</script><a href=JavaScript:go()><a href='view-source:x.html'>"}},
          {Summary(0, 0, "5 lead online")}, 0},
-        {"every kind of link, and text that only looks like one",
-         {{"a.htm", "<meta http-equiv=Refresh content=\"0; URL='x1.html'\"><link href=x2.css>"
+        // every kind of link, and text that only looks like one
+        {{{"a.htm", "<meta http-equiv=Refresh content=\"0; URL='x1.html'\"><link href=x2.css>"
                     "<script src=x3.js></script><!-- <a href=no.html> --><script>"
                     "document.write('<a href=no.html>')</script><img src=x4.gif><map>"
                     "<area href=x5.html></map><iframe src=x6.html></iframe><form action=no.html>"
@@ -96,19 +97,20 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
           {"f.html", "<frameset><frame src=x7.html></frameset>"}, {"x1.html", ""}, {"x2.css", ""},
           {"x3.js", ""}, {"x4.gif", ""}, {"x5.html", ""}, {"x6.html", ""}, {"x7.html", ""}},
          {Summary(7, 7, "1 leads online")}, 0},
-        {"a page that is no HTML, a text file and broken markup",  // repaired as a browser would: the a twice
-         {{"data.html", std::string("\0\x01\xFF<<a", 6)}, {"notes.txt", "<a href=gone.html>"},
+        // a page that is no HTML, a text file and broken markup, repaired as a browser
+        // would: the a twice
+        {{{"data.html", std::string("\0\x01\xFF<<a", 6)}, {"notes.txt", "<a href=gone.html>"},
           {"bad.html", "<div><a href=b.html>one<p><a href=\"b.html\">two</b></i></div></span><a"}, {"b.html", ""}},
          {Summary(3, 3, "0 lead online")}, 0},
-        {"unreadable pages", loops, loopLines, 2},
-        {"many broken targets", {{"big.html", many}, {"z.html", "<a href='./late.gif?x'>"}}, manyLines, 1},
+        {loops, loopLines, 2},  // unreadable pages
+        {{{"big.html", many}, {"z.html", "<a href='./late.gif?x'>"}}, manyLines, 1},  // many broken targets
     };
     // clang-format on
-    for (const auto& [name, files, lines, status] : cases) {
+    for (const auto& [files, lines, status] : cases) {
         testing::TempDir dir;
         const OfflineReport report = CheckFolder(Build(dir, files) + "/");
-        EXPECT_EQ(CheckReportLines(report), lines) << name;
-        EXPECT_EQ(CheckExitStatus(report), status) << name;
+        EXPECT_EQ(std::tuple(CheckReportLines(report), CheckExitStatus(report)),
+                  std::tuple(lines, status));
     }
     const OfflineReport missing = CheckFolder("/nonexistent/vantorin-mirror");
     EXPECT_EQ(std::tuple(missing.folderError, CheckExitStatus(missing)),

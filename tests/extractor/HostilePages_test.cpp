@@ -13,11 +13,12 @@ namespace vantorin {
 
 using namespace testing;
 
-// Pieces of hostile addresses: every way a link may climb out of the mirror
-// (".." in both slashes, "..www." which becomes ".." once "www." is cut, a
-// host's "/.."), absolute and drive paths, NUL and high bytes, quotes and
-// link spellings that end a link early, and very long names.
-static const std::vector<std::string>& Pieces() {
+// Text of `most` pieces at most, drawn from pieces of hostile addresses: every
+// way a link may climb out of the mirror (".." in both slashes, "..www." which
+// becomes ".." once "www." is cut, a host's "/.."), absolute and drive paths,
+// NUL and high bytes, quotes and link spellings that end a link early, and
+// very long names.
+static std::string Hostile(std::mt19937& random, int most) {
     // clang-format off
     static const std::vector<std::string> pieces = {
         "../", "..\\", "..www./", "..www.\\", "www.", ".com/../", "/", "\\", "//", "%2e%2e/", ".",
@@ -26,13 +27,9 @@ static const std::vector<std::string>& Pieces() {
         "http:\\\\", "C:\\", "/etc/", "prog/", "x.htm", "index.html", ".php",
         std::string(300, 'n'), std::string(5000, 'l')};
     // clang-format on
-    return pieces;
-}
-
-static std::string Hostile(std::mt19937& random, int most) {
     std::string text;
     for (int n = static_cast<int>(random() % static_cast<unsigned>(most)) + 1; n > 0; --n)
-        text += Pieces()[random() % Pieces().size()];
+        text += pieces[random() % pieces.size()];
     return text;
 }
 

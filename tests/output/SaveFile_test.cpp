@@ -17,16 +17,14 @@ using namespace testing;
 struct Saver : MirrorFixture {
     std::int32_t filesDone = 0;
 
-    SavedFile Save(const std::string& received, std::string address,
-                   const std::string& host = "www.site.com") {
+    SavedFile Save(std::string received, std::string address, std::string host = "www.site.com") {
         return RunToEnd(SaveFile(received, std::move(address), host, m, filesDone), loop);
     }
-    // The body of a page saved at `address` (a binary name, so that only the
+    // The body of a page saved at address `at` (a binary name, so that only the
     // rewrite rules act on it), without the CR LF every write appends.
-    std::string Rewritten(const std::string& body, const std::string& address,
-                          const std::string& host = "www.site.com") {
-        Save("H\r\n\r\n" + body, address, host);
-        return Replace(ReadNativeFile(Target(Replace(address.substr(1), "www.", ""))), "\r\n", "");
+    std::string Rewritten(std::string body, std::string at, std::string host = "www.site.com") {
+        Save("H\r\n\r\n" + body, at, host);
+        return Replace(ReadNativeFile(Target(Replace(at.substr(1), "www.", ""))), "\r\n", "");
     }
 };
 

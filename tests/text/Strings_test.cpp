@@ -55,12 +55,12 @@ TEST(Positions, InStrMidLeftRightTrimNeverThrow) {
 }
 
 TEST(CaseMapping, CoversTheSingleByteCodePage) {
-    // ASCII and Windows-1252 letters map at their bounds; the characters beside them stay.
-    const std::string upper = "\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF";
-    const std::string lower = "\xE0\xE9\xFE\x9A\x9C\x9E\xFF\xD7\xDF";
-    EXPECT_EQ(std::tuple(LCase(upper), LCase("AZ@[`{\xF7"), LCase(std::string("A\0B", 3))),
-              std::tuple(lower, "az@[`{\xF7", std::string("a\0b", 3)));
-    EXPECT_EQ(std::tuple(UCase(lower), UCase("az@[`{\xF7")), std::tuple(upper, "AZ@[`{\xF7"));
+    // ASCII and Windows-1252 letters map both ways at their bounds; the characters
+    // beside them stay.
+    const std::string upper = "AZ@[`{\xF7\xC0\xC9\xDE\x8A\x8C\x8E\x9F\xD7\xDF";
+    const std::string lower = "az@[`{\xF7\xE0\xE9\xFE\x9A\x9C\x9E\xFF\xD7\xDF";
+    EXPECT_EQ(std::tuple(LCase(upper), UCase(lower), LCase(std::string("A\0B", 3))),
+              std::tuple(lower, upper, std::string("a\0b", 3)));
 }
 
 TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {

@@ -49,16 +49,15 @@ TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
 // an empty one ends the sweep.
 TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
     MirrorFixture f;
-    for (const char* folder : {"abc", "abcde", "late", "older"})
-        WriteNativeFile(f.Target(folder) + "/x.tmp", "");
+    const char* folders[] = {"abc", "abcde", "late", "older"};
+    for (const char* d : folders) WriteNativeFile(f.Target(d) + "/x.tmp", "");
     const auto cwd = std::filesystem::current_path();
     std::filesystem::current_path(f.Target(""));
     f.m.madeFolders = "abc\\*abcde*" + f.m.targetFolder + "late\\**older\\*";
     RemoveTempFiles(f.m);
     std::filesystem::current_path(cwd);
     std::string kept;
-    for (const char* folder : {"abc", "abcde", "late", "older"})
-        kept += NativeExists(f.Target(folder) + "/x.tmp") ? '1' : '0';
+    for (const char* d : folders) kept += NativeExists(f.Target(d) + "/x.tmp") ? '1' : '0';
     EXPECT_EQ(kept, "1001");
 }
 

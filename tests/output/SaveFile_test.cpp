@@ -97,18 +97,17 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     Saver s;
     const char* placeholders[] = {"a.php_x=1.tmp", "a.php_x=1.html.tmp", "b.php.tmp",
                                   "c.php.tmp",     "d.gif.tmp",          "e.gif.tmp"};
-    for (const char* name : placeholders)
-        WriteNativeFile(s.Target(std::string("site.com/") + name), "queued");
+    const std::string at = s.Target("site.com/");
+    for (const char* name : placeholders) WriteNativeFile(at + name, "queued");
     const std::string body = "H\r\n\r\nx";
     Jobs jobs;
     for (const char* address :
          {"\\site.com/a.php?x=1", "\\site.com/b.php", "\\site.com/d.gif", "\\site.com/e.gif"})
         jobs.Start(Ignoring(SaveFile(body, address, "site.com", s.m, s.filesDone)));
     s.loop.RunUntilIdle();
-    EXPECT_EQ(ReadNativeFile(s.Target("site.com/a.php_x=1.html")), "x\r\n");
+    EXPECT_EQ(ReadNativeFile(at + "a.php_x=1.html"), "x\r\n");
     std::string kept;
-    for (const char* name : placeholders)
-        kept += NativeExists(s.Target(std::string("site.com/") + name)) ? '1' : '0';
+    for (const char* name : placeholders) kept += NativeExists(at + name) ? '1' : '0';
     EXPECT_EQ(std::tuple(kept, s.filesDone, jobs.Count()), std::tuple("010100", 4, 0u));
 }
 

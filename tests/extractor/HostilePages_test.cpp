@@ -49,9 +49,8 @@ TEST(HostilePages, ChangeNothingOutsideTheTargetFolder) {
         for (int link = 0; link < 4; ++link) html += "<a href='" + Hostile(random, 6) + "'>";
         jobs.Start(Ignoring(
             SaveFile(html, "\\site.com/" + Hostile(random, 5), "www.site.com", f.m, filesDone)));
-        texts.push_back(html);
-        jobs.Start(
-            ExtractLinks(texts.back(), "http://site.com/" + Hostile(random, 3), f.admission));
+        jobs.Start(ExtractLinks(texts.emplace_back(html), "http://site.com/" + Hostile(random, 3),
+                                f.admission));
     }
     f.loop.RunUntilIdle();
     EXPECT_EQ(std::pair(filesDone, jobs.Count()), std::pair(1000, std::size_t{0}));

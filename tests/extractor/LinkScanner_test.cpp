@@ -10,7 +10,6 @@
 #include "text/Strings.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -42,19 +41,13 @@ TEST(RewriteForScan, MatchesTheRowByRowPassesOnMixedText) {
 // Each spelling the scanner knows, in table order, as the rows leave it: an
 // earlier row can take a later row's text ("href = " is met by "href =" first).
 TEST(RewriteForScan, RewritesEverySpellingAsTheRowsInTheirOrderDo) {
-    const std::string spellings =
-        "|href =|href = |href=|HREF=|HREF = |HREF =|HREF= |hRef=|hRef = |hRef =|hRef= |Href=|Href "
-        "= "
-        "|Href =|Href= |hREF=|hREF = |hREF =|hREF= |background =|background=|background = "
-        "|background= |BACKGROUND =|BACKGROUND=|BACKGROUND = |BACKGROUND= |BackGround =|BackGround="
-        "|BackGround = |BackGround= | SRC=| src=| SRC =| src =| SRC = | src = | SRC= | src= "
-        "|src=|Src=";
-    std::string text;
-    for (std::size_t at = 0, bar; (bar = spellings.find('|', at + 1)) != std::string::npos;
-         at = bar)
-        text += spellings.substr(at, bar - at) + "v";
-    text += spellings.substr(spellings.rfind('|')) +
-            "v|; url=u|;url=u|; URL=u|;URL=u|\"q\"|a\r\nb\nc\rd";
+    const std::string text =
+        "|href =v|href = v|href=v|HREF=v|HREF = v|HREF =v|HREF= v|hRef=v|hRef = v|hRef =v"
+        "|hRef= v|Href=v|Href = v|Href =v|Href= v|hREF=v|hREF = v|hREF =v|hREF= v|background =v"
+        "|background=v|background = v|background= v|BACKGROUND =v|BACKGROUND=v|BACKGROUND = v"
+        "|BACKGROUND= v|BackGround =v|BackGround=v|BackGround = v|BackGround= v| SRC=v| src=v"
+        "| SRC =v| src =v| SRC = v| src = v| SRC= v| src= v|src=v|Src=v|; url=u|;url=u|; URL=u"
+        "|;URL=u|\"q\"|a\r\nb\nc\rd";
     EXPECT_EQ(
         RewriteForScan(text),
         "|href=v|href= v|href=v|href=v|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v"
@@ -104,5 +97,4 @@ TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndWaitsFiveTurnsAnHref) 
     EXPECT_EQ(plain, "no link here");
 }
 
-}  // namespace
 }  // namespace vantorin

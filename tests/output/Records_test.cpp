@@ -8,7 +8,6 @@
 #include "tests/support/MirrorFixture.h"
 
 namespace vantorin {
-namespace {
 
 using namespace testing;
 
@@ -21,8 +20,7 @@ TEST(GetPageText, WaitsFourTurnsThenFoldsLineEndsAndBlanks) {
     f.loop.betweenTurns = [&] { ++turns; };
     for (auto [page, expected] : cases) {
         f.m.pageText = [&, page](const std::string& path) {
-            EXPECT_EQ(turns, 4 * ++reads);
-            EXPECT_EQ(path, "C:\\w\\p.html");
+            EXPECT_EQ(std::tuple(turns, path), std::tuple(4 * ++reads, "C:\\w\\p.html"));
             return std::string(page);
         };
         EXPECT_EQ(RunToEnd(GetPageText("C:\\w\\p.html", f.m), f.loop), expected) << page;
@@ -51,18 +49,16 @@ TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
 // an empty one ends the sweep.
 TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
     MirrorFixture f;
-    for (const char* folder : {"abc", "abcde", "late", "older"})
-        WriteNativeFile(f.Target(folder) + "/x.tmp", "");
+    const char* folders[] = {"abc", "abcde", "late", "older"};
+    for (const char* d : folders) WriteNativeFile(f.Target(d) + "/x.tmp", "");
     const auto cwd = std::filesystem::current_path();
     std::filesystem::current_path(f.Target(""));
     f.m.madeFolders = "abc\\*abcde*" + f.m.targetFolder + "late\\**older\\*";
     RemoveTempFiles(f.m);
     std::filesystem::current_path(cwd);
     std::string kept;
-    for (const char* folder : {"abc", "abcde", "late", "older"})
-        kept += NativeExists(f.Target(folder) + "/x.tmp") ? '1' : '0';
+    for (const char* d : folders) kept += NativeExists(f.Target(d) + "/x.tmp") ? '1' : '0';
     EXPECT_EQ(kept, "1001");
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -17,16 +17,14 @@ using namespace testing;
 struct Saver : MirrorFixture {
     std::int32_t filesDone = 0;
 
-    SavedFile Save(const std::string& received, std::string address,
-                   const std::string& host = "www.site.com") {
+    SavedFile Save(std::string received, std::string address, std::string host = "www.site.com") {
         return RunToEnd(SaveFile(received, std::move(address), host, m, filesDone), loop);
     }
-    // The body of a page saved at `address` (a binary name, so that only the
+    // The body of a page saved at address `at` (a binary name, so that only the
     // rewrite rules act on it), without the CR LF every write appends.
-    std::string Rewritten(const std::string& body, const std::string& address,
-                          const std::string& host = "www.site.com") {
-        Save("H\r\n\r\n" + body, address, host);
-        return Replace(ReadNativeFile(Target(Replace(address.substr(1), "www.", ""))), "\r\n", "");
+    std::string Rewritten(std::string body, std::string at, std::string host = "www.site.com") {
+        Save("H\r\n\r\n" + body, at, host);
+        return Replace(ReadNativeFile(Target(Replace(at.substr(1), "www.", ""))), "\r\n", "");
     }
 };
 
@@ -48,19 +46,18 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
         {"H\r\n\r\n" + bytes, "site.com/img/b.gif", "", bytes + "\r\n"},
         {"  CanCel ", "site.com/c.html", "", ""},
         {"cancel!", "site.com/c.html", "", "cel!\r\n"},
-        {"can cel", "site.com/c.html", "", " cel\r\n"},
         {"   ", "site.com/c.html", "", "\r\n"}};
     for (const auto& [received, address, savedAs, content] : cases) {
+        SCOPED_TRACE(address);
         Saver s;
         s.Save(received, std::string("\\") + address);
         const std::string file = *savedAs ? savedAs : address;
         const bool saved = !content.empty();
-        EXPECT_EQ(ReadNativeFile(s.Target(file)), content) << address;
-        EXPECT_EQ(s.filesDone, saved ? 1 : 0) << address;
+        EXPECT_EQ(ReadNativeFile(s.Target(file)), content);
+        EXPECT_EQ(s.filesDone, saved ? 1 : 0);
         // Only pages and text files are recorded for the search.
         EXPECT_EQ(NativeExists(s.Target("_SearchData/site.com.txt")),
-                  saved && (Contains(file, ".htm") || Contains(file, ".txt")))
-            << address;
+                  saved && (Contains(file, ".htm") || Contains(file, ".txt")));
     }
 }
 
@@ -70,14 +67,12 @@ TEST(SaveFile, RewritesLinksAndScriptWords) {
          "'a.php' \"a.php\" <a.php> 'a.asp' \"a.asp\" <a.asp> <applet code=x><script src=a.js>",
          "'a.php.html' \"a.php.html\" <a.php.html> 'a.asp.html' \"a.asp.html\" <a.asp.html> "
          "< code=x>< !-- script src=a.js>"},
-        {"x", "a.php?id=2 A.PHP?id=3 a.asp?id=2 a.Php?id=3",
-         "a.php_id=2 A.PHP_id=3 a.asp?id=2 a.Php?id=3"},
+        {"x", "a.php?i=2 A.PHP?i=3 a.asp?i=2 a.Php?i=3", "a.php_i=2 A.PHP_i=3 a.asp?i=2 a.Php?i=3"},
         // Absolute links to the connection's own host become relative, with and without "www.".
         {"www.site.com", "http://site.com/a/b.html", "a/b.html"},
         {"site.com/", "<a href=\"http://www.site.com/x\">", "<a href=\"x\">"},
         {" site.com ", "http://site.com/x http://other.com/y", "x http://other.com/y"},
-        {"site.com", "http://site.com http://site.community/x",
-         "http://site.com http://site.community/x"},
+        {"site.com", "http://site.com http://site.comb/x", "http://site.com http://site.comb/x"},
         {"", "http://a.com/x http://www.b.org/y", "a.com/x www.b.org/y"},
         // An upper-case scheme is kept, so no "www." form is made.
         {"HTTP://site.com", "HTTP://site.com/x http://www.site.com/y", "x http://www.site.com/y"}};
@@ -102,18 +97,17 @@ TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
     Saver s;
     const char* placeholders[] = {"a.php_x=1.tmp", "a.php_x=1.html.tmp", "b.php.tmp",
                                   "c.php.tmp",     "d.gif.tmp",          "e.gif.tmp"};
-    for (const char* name : placeholders)
-        WriteNativeFile(s.Target(std::string("site.com/") + name), "queued");
+    const std::string at = s.Target("site.com/");
+    for (const char* name : placeholders) WriteNativeFile(at + name, "queued");
     const std::string body = "H\r\n\r\nx";
     Jobs jobs;
     for (const char* address :
          {"\\site.com/a.php?x=1", "\\site.com/b.php", "\\site.com/d.gif", "\\site.com/e.gif"})
         jobs.Start(Ignoring(SaveFile(body, address, "site.com", s.m, s.filesDone)));
     s.loop.RunUntilIdle();
-    EXPECT_EQ(ReadNativeFile(s.Target("site.com/a.php_x=1.html")), "x\r\n");
+    EXPECT_EQ(ReadNativeFile(at + "a.php_x=1.html"), "x\r\n");
     std::string kept;
-    for (const char* name : placeholders)
-        kept += NativeExists(s.Target(std::string("site.com/") + name)) ? '1' : '0';
+    for (const char* name : placeholders) kept += NativeExists(at + name) ? '1' : '0';
     EXPECT_EQ(std::tuple(kept, s.filesDone, jobs.Count()), std::tuple("010100", 4, 0u));
 }
 

@@ -5,7 +5,6 @@
 #include "tests/support/TempDir.h"
 
 namespace vantorin {
-namespace {
 
 TEST(VisiblePageText, ReadsTheFileAndGivesNothingForAMissingOne) {
     testing::TempDir dir;
@@ -14,5 +13,4 @@ TEST(VisiblePageText, ReadsTheFileAndGivesNothingForAMissingOne) {
     EXPECT_EQ(VisiblePageText(dir.NativePath("missing.html")), "");
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -21,16 +21,13 @@ struct MirrorFixture {
     Mirror m{tmp.Backslashed() + "up\\mirror\\", "site.com", {}, {}, files, VisiblePageText, loop};
     std::string wantedTypes = ":.html::.htm::.gif::.jpg:";
     KeywordFilters filters;
-    AddressList queue;
-    AddressList notTaken;
+    AddressList queue, notTaken;
     Admission admission{m, wantedTypes, filters, queue, notTaken};
 
     MirrorFixture() { std::filesystem::create_directories(tmp.NativePath("up/mirror")); }
 
     // A native path below the target folder, from a relative path with "/".
-    std::string Target(const std::string& relative) const {
-        return tmp.NativePath("up/mirror/" + relative);
-    }
+    std::string Target(const std::string& rel) const { return tmp.NativePath("up/mirror/" + rel); }
 };
 
 }  // namespace vantorin::testing

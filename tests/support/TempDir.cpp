@@ -11,12 +11,10 @@ namespace vantorin::testing {
 
 namespace fs = std::filesystem;
 
-TempDir::TempDir() {
-    std::string tmpl = (fs::temp_directory_path() / "vantorin-test-XXXXXX").string();
-    if (!mkdtemp(tmpl.data())) throw std::runtime_error("mkdtemp failed");
-    native_ = tmpl;
+TempDir::TempDir() : native_((fs::temp_directory_path() / "vantorin-test-XXXXXX").string()) {
+    if (!mkdtemp(native_.data())) throw std::runtime_error("mkdtemp failed");
     backslashed_ = native_ + '/';
-    std::replace(backslashed_.begin(), backslashed_.end(), '/', '\\');
+    std::ranges::replace(backslashed_, '/', '\\');
 }
 
 TempDir::~TempDir() {
@@ -37,22 +35,19 @@ bool NativeExists(const std::string& nativePath) {
 
 void WriteNativeFile(const std::string& nativePath, const std::string& bytes) {
     fs::create_directories(fs::path(nativePath).parent_path());
-    std::ofstream out(nativePath, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ofstream(nativePath, std::ios::binary) << bytes;
 }
 
 std::set<std::string> ListTreeExcept(const std::string& root, const std::string& excluded) {
     std::set<std::string> seen;
     std::error_code ec;
-    const fs::path skip(excluded);
-    for (auto it = fs::recursive_directory_iterator(root, ec);
-         it != fs::recursive_directory_iterator(); it.increment(ec)) {
-        if (it->path() == skip) {
+    for (auto it = fs::recursive_directory_iterator(root, ec); it != fs::end(it);
+         it.increment(ec)) {
+        if (it->path() == excluded)
             it.disable_recursion_pending();
-            continue;
-        }
-        seen.insert(it->path().string() + " " +
-                    std::to_string(it->is_regular_file(ec) ? it->file_size(ec) : 0));
+        else
+            seen.insert(it->path().string() + " " +
+                        std::to_string(it->is_regular_file(ec) ? it->file_size(ec) : 0));
     }
     return seen;
 }

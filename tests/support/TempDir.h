@@ -22,8 +22,7 @@ public:
     std::string NativePath(const std::string& relative) const { return native_ + "/" + relative; }
 
 private:
-    std::string native_;
-    std::string backslashed_;
+    std::string native_, backslashed_;
 };
 
 // Whole content of a native file; "" when missing.

@@ -6,7 +6,6 @@
 #include <vector>
 
 namespace vantorin {
-namespace {
 
 // Which elements lead where is a row of the offline check's table; here the
 // spellings of a refresh and the blanks around a link.
@@ -25,5 +24,4 @@ TEST(LinksOfHtml, ReadsRefreshTargetsAndTrimsBlanks) {
     for (const auto& [html, links] : cases) EXPECT_EQ(LinksOfHtml(html), links) << html;
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -3,10 +3,10 @@
 # their validators, and the program, unpacked into a scratch root whose bin
 # folder is read-only (as /usr/bin is), mirrors the demo site as an
 # unprivileged user, keeping its own files in that user's data folder. As root
-# the program first runs as root, who may write to the bin folder, and must
-# keep its files in root's data folder all the same; then the user's part runs
-# as a user made for it, reading only the scratch folder (the checkout may sit
-# where that user cannot look), in a clean environment.
+# the user's part runs as a user made for it, reading only the scratch folder
+# (the checkout may sit where that user cannot look), in a clean environment.
+# (That root, who may write to a bin folder, keeps the files in the data folder
+# all the same is checked by the end-to-end run of the installed layout.)
 # Usage: check_package.sh PACKAGE.deb
 # Exits 77 (skipped) when the user cannot make a private network namespace.
 set -u
@@ -22,13 +22,6 @@ if [ "$1" != --as-user ]; then
     chmod a-w "$scratch/root/usr/bin"
     as_user=""
     if [ "$(id -u)" = 0 ]; then
-        # No network: the run ends with exit 4 once it has made its files.
-        if unshare -n true 2>/dev/null; then
-            mkdir "$scratch/roothome"
-            unshare -n env -i HOME="$scratch/roothome" PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 \
-                "$scratch/root/usr/bin/vantorin" --url www.demo.test --dir "$scratch/rootout" \
-                --timeout 0.2 >/dev/null 2>&1 || true
-        fi
         user=vantorin-check
         id -u $user >/dev/null 2>&1 || useradd --no-create-home --shell /usr/sbin/nologin $user
         chown $user: "$scratch/home" "$scratch/out"
@@ -55,8 +48,6 @@ for file in bin/vantorin libexec/vantorin/vantorin-window.so share/applications/
     share/icons/hicolor/256x256/apps/$app.png; do
     check "package holds /usr/$file" test -s "$root/usr/$file"
 done
-[ -d "$2/roothome" ] && check "root's files in its ~/.local/share/Vantorin" \
-    test -s "$2/roothome/.local/share/Vantorin/temp/filetypes.txt"
 # The window opens offscreen and runs until stopped: its module is found.
 check "the window opens" sh -c 'XDG_RUNTIME_DIR=$1 QT_QPA_PLATFORM=offscreen \
     timeout 3 "$2/usr/bin/vantorin" >/dev/null 2>&1; [ $? = 124 ]' sh "$2" "$root"

@@ -34,21 +34,19 @@ protected:
 
 // A start cleans the address and fetches the start page directly; each tick
 // hands the newest queued address to the first free connection among the
-// first N and shows the counters.
+// first N. (The counters a tick shows, the queue's order and a row's sizes are
+// in the window's crawling snapshot.)
 TEST_F(EngineTest, StartCleansTheAddressAndEachTickFillsTheFirstFreeOfTheFirstN) {
     Start("  HTTP://a.test/  ");
     EXPECT_EQ(std::tuple(model.address, StatusLineOf(model), socket(1).connects.at(0).first),
               std::tuple("www.a.test/", "Downloading Site [www.a.test/]", "www.a.test"));
     engine.ChooseConnectionLimit("2");
     Answer(1, "<a href='1.htm'> <a href='2.htm'> <a href='3.htm'>");
-    EXPECT_EQ(model.queue.Items(), (std::vector<std::string>{"www.a.test/1.htm", "www.a.test/2.htm",
-                                                             "www.a.test/3.htm"}));
     for (int ticks = 0; ticks < 3; ++ticks) tick().Fire();
     // Connections 1 and 2 busy: the third waits, though connection 3 is free.
     EXPECT_EQ(std::tuple(engine.ConnectionAt(1).Address(), engine.ConnectionAt(2).Address(),
                          model.queue.Count(), Row(2).status),
               std::tuple("www.a.test/3.htm", "www.a.test/2.htm", 1u, "Connecting to www.a.test"));
-    EXPECT_EQ(CaptionsOf(model.shown), (CounterCaptions{"1 Files", "55 Bytes", "1 Files"}));
     socket(2).Close();  // a socket that closes frees its connection for the next tick
     tick().Fire();
     EXPECT_EQ(engine.ConnectionAt(2).Address(), "www.a.test/1.htm");
@@ -92,7 +90,6 @@ TEST_F(EngineTest, EachChunkCountsAndShowsOnItsRowOneAtATime) {
     EXPECT_EQ(std::tuple(silence(1).starts, model.bytesReceived, socket(1).unread),
               std::tuple(starts + 1, 41, "more"));
     loop.RunUntilIdle();
-    EXPECT_EQ(Row(1), (RowTexts{"Downloading www.a.test/p.htm", "2.00 KB", "45 bytes"}));
     EXPECT_EQ(std::tuple(silence(1).starts, engine.ConnectionAt(1).ExpectedSize()),
               std::tuple(starts + 2, 2048));
     engine.ChooseConnectionLimit("0");  // its row is reset on every chunk
@@ -114,8 +111,7 @@ TEST_F(EngineTest, EachChunkCountsAndShowsOnItsRowOneAtATime) {
 TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
     Start("www.a.test/");
     Answer(1, "<a href='slow.htm'> <a href='next.htm'>");
-    tick().Fire();  // next.htm on connection 1
-    tick().Fire();  // slow.htm on connection 2
+    for (int i = 0; i < 2; ++i) tick().Fire();  // next.htm on connection 1, slow.htm on 2
     for (int i = 0; i < 3; ++i) {
         socket(2).state = SocketState::Error;  // refused: not free until its timeout
         silence(2).Fire();
@@ -155,24 +151,19 @@ TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
 // returns when its job waits: none runs inside another.
 TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBodyAndNoHandlerNests) {
     int depth = 0, deepest = 0;
-    const auto counted = [&](std::function<void()>& handler) {
-        handler = [&depth, &deepest, inner = handler] {
+    for (std::function<void()>* handler : {&socket(1).onDataArrival, &silence(1).onTimer})
+        *handler = [&depth, &deepest, inner = *handler] {
             deepest = std::max(deepest, ++depth);
             inner();
             --depth;
         };
-    };
-    counted(socket(1).onDataArrival);
-    counted(silence(1).onTimer);
     Start("www.a.test/p.htm");
     socket(1).Accept();
     socket(1).Receive("HTTP/1.0 200 OK\r\n\r\nfirst <a href='x.bmp'> <a href='y.htm'>", true);
     while (model.notTaken.Empty() && !loop.Idle()) loop.Turn();  // the scan has reached the link
     silence(1).Fire();
     loop.RunUntilIdle();
-    socket(1).Accept();
-    socket(1).Receive("HTTP/1.0 200 OK\r\n\r\nsecond", true);
-    loop.RunUntilIdle();
+    Answer(1, "second");
     EXPECT_EQ(
         std::tuple(engine.ConnectionAt(1).Attempts(),
                    ReadNativeFile(dir.NativePath("site/a.test/p.htm")), socket(1).state, deepest),
@@ -219,9 +210,6 @@ TEST_F(EngineTest, EachSavedJobDeletesThePlaceholderItsLinkWasQueuedWith) {
 TEST_F(EngineTest, StartPauseStopReloadAndExit) {
     Start("www.a.test/x.htm");
     EXPECT_TRUE(model.pauseAllowed && model.Running() && tick().enabled);
-    engine.Pause();
-    EXPECT_FALSE(tick().enabled);
-    engine.Resume();
     EXPECT_TRUE(engine.SetSilenceTimeout(5000) && silence(3).interval == 5000);
     EXPECT_FALSE(engine.SetSilenceTimeout(-1) || silence(3).interval != 5000);
     engine.ChooseConnectionLimit("7");
@@ -242,15 +230,10 @@ TEST_F(EngineTest, StartPauseStopReloadAndExit) {
     socket(1).Accept();  // a connect that lands after the stop is closed unused
     EXPECT_TRUE(socket(1).state == SocketState::Closed && socket(1).sent.size() == 1u);
 
-    engine.Reload();
-    EXPECT_EQ(
-        std::tuple(model.connectionLimit, model.filesDone, model.notTaken.Count(),
-                   StatusLineOf(model), CaptionsOf(model.shown)),
-        std::tuple("4", 0, 0u, "Not Connected.", CounterCaptions{"0 Files", "0 Bytes", "0 Files"}));
+    engine.Reload();  // the model made fresh shows in the window's after-stop snapshot
     EXPECT_TRUE(NativeExists(dir.NativePath("prog/dldata")));
     for (int i = 1; i <= kConnectionCount; ++i)
-        EXPECT_EQ(std::pair(silence(i).interval, silence(i).enabled),
-                  std::pair(kDefaultSilenceMs, false));
+        EXPECT_FALSE(silence(i).interval != kDefaultSilenceMs || silence(i).enabled) << i;
 
     Start("www.a.test/new/x.htm");
     Answer(1, "<a href='y.htm'>");

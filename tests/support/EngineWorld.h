@@ -108,29 +108,19 @@ public:
     void Ask(const std::string& text, const std::string& title, int style,
              std::function<void(int answer)> answered) override {
         asked.push_back(title + " " + std::to_string(style) + ": " + text);
-        if (holdAnswers) {
-            held.push_back(std::move(answered));
-            return;
-        }
-        int answer = kAnswerOk;
-        if (!answers.empty()) {
-            answer = answers.front();
-            answers.pop_front();
-        }
+        if (holdAnswers) return held.push_back(std::move(answered));
+        const int answer = answers.empty() ? kAnswerOk : answers.front();
+        if (!answers.empty()) answers.pop_front();
         if (answered) answered(answer);
     }
     void AskText(const std::string& prompt, const std::string&, const std::string&,
                  std::function<void(std::optional<std::string>)> answered) override {
         prompts.push_back(prompt);
-        std::optional<std::string> input;
-        if (!inputs.empty()) {
-            input = inputs.front();
-            inputs.pop_front();
-        }
+        const auto input = inputs.empty() ? std::nullopt : inputs.front();
+        if (!inputs.empty()) inputs.pop_front();
         answered(input);
     }
-    std::vector<std::string> asked;  // "title style: text"
-    std::vector<std::string> prompts;
+    std::vector<std::string> asked, prompts;  // asked: "title style: text"
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
     bool holdAnswers = false;

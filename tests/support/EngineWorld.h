@@ -35,9 +35,9 @@ public:
     std::string ReadAll() override { return std::exchange(unread, std::string()); }
     SocketState State() const override { return state; }
     void Hold() override { held = true; }
-    void Release() override {
+    void Release() override {  // hands on what waits
         held = false;
-        Deliver();
+        if (!unread.empty()) onDataArrival();
     }
 
     // Scripted events.
@@ -50,7 +50,7 @@ public:
     void Receive(const std::string& bytes, bool peerClosesToo = false) {
         unread += bytes;
         if (peerClosesToo) state = SocketState::Closing;
-        Deliver();
+        if (!held) Release();
     }
 
     SocketState state = SocketState::Closed;
@@ -58,11 +58,6 @@ public:
     std::string unread;
     std::vector<std::pair<std::string, int>> connects;
     std::vector<std::string> sent;
-
-private:
-    void Deliver() {
-        if (!held && !unread.empty()) onDataArrival();
-    }
 };
 
 class FakeTimer : public Timer {

@@ -80,11 +80,7 @@ public:
 // makes them.
 template <class Fake>
 auto Recording(std::vector<Fake*>& made) {
-    return [&made] {
-        auto fake = std::make_unique<Fake>();
-        made.push_back(fake.get());
-        return fake;
-    };
+    return [&made] { return std::unique_ptr<Fake>(made.emplace_back(new Fake)); };
 }
 
 class RecordingShell : public ShellOpen {

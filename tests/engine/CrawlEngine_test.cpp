@@ -65,12 +65,11 @@ TEST_F(EngineTest, ConnectionsCountResetsTheRowsAboveItAndRefusesFrom24Up) {
         {"23", 1, false}, {"24", 1, true}, {"abc", 1, true}, {"2", 22, false}, {"0", 24, false}};
     for (const auto& [count, reset, refused] : cases) {
         engine.ChooseConnectionLimit(count);
-        int notConnected = 0;
-        for (int n = 1; n <= kConnectionCount; ++n)
-            notConnected += Row(n).status == "Not Connected.";
+        int idleRows = 0;
+        for (int n = 1; n <= kConnectionCount; ++n) idleRows += Row(n).status == "Not Connected.";
         told.clear();
         engine.TypeConnectionLimit(count);
-        EXPECT_EQ(std::tuple(notConnected, model.connectionLimit, told.size()),
+        EXPECT_EQ(std::tuple(idleRows, model.connectionLimit, told.size()),
                   std::tuple(reset, std::string(refused ? "4" : count), std::size_t{refused}))
             << count;
     }

@@ -46,9 +46,6 @@ TEST_F(EngineTest, StartCleansTheAddressAndEachTickFillsTheFirstFreeOfTheFirstN)
     EXPECT_EQ(std::tuple(engine.ConnectionAt(1).Address(), engine.ConnectionAt(2).Address(),
                          model.queue.Count(), Row(2).status),
               std::tuple("www.a.test/3.htm", "www.a.test/2.htm", 1u, "Connecting to www.a.test"));
-    socket(2).Close();  // a socket that closes frees its connection for the next tick
-    tick().Fire();
-    EXPECT_EQ(engine.ConnectionAt(2).Address(), "www.a.test/1.htm");
 }
 
 // A choice from the list resets the rows above it; a typed count from 24 up

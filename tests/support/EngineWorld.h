@@ -35,9 +35,9 @@ public:
     std::string ReadAll() override { return std::exchange(unread, std::string()); }
     SocketState State() const override { return state; }
     void Hold() override { held = true; }
-    void Release() override {
+    void Release() override {  // hands on what waits
         held = false;
-        Deliver();
+        if (!unread.empty()) onDataArrival();
     }
 
     // Scripted events.
@@ -50,7 +50,7 @@ public:
     void Receive(const std::string& bytes, bool peerClosesToo = false) {
         unread += bytes;
         if (peerClosesToo) state = SocketState::Closing;
-        Deliver();
+        if (!held) Release();
     }
 
     SocketState state = SocketState::Closed;
@@ -58,11 +58,6 @@ public:
     std::string unread;
     std::vector<std::pair<std::string, int>> connects;
     std::vector<std::string> sent;
-
-private:
-    void Deliver() {
-        if (!held && !unread.empty()) onDataArrival();
-    }
 };
 
 class FakeTimer : public Timer {
@@ -85,11 +80,7 @@ public:
 // makes them.
 template <class Fake>
 auto Recording(std::vector<Fake*>& made) {
-    return [&made] {
-        auto fake = std::make_unique<Fake>();
-        made.push_back(fake.get());
-        return fake;
-    };
+    return [&made] { return std::unique_ptr<Fake>(made.emplace_back(new Fake)); };
 }
 
 class RecordingShell : public ShellOpen {
@@ -108,29 +99,19 @@ public:
     void Ask(const std::string& text, const std::string& title, int style,
              std::function<void(int answer)> answered) override {
         asked.push_back(title + " " + std::to_string(style) + ": " + text);
-        if (holdAnswers) {
-            held.push_back(std::move(answered));
-            return;
-        }
-        int answer = kAnswerOk;
-        if (!answers.empty()) {
-            answer = answers.front();
-            answers.pop_front();
-        }
+        if (holdAnswers) return held.push_back(std::move(answered));
+        const int answer = answers.empty() ? kAnswerOk : answers.front();
+        if (!answers.empty()) answers.pop_front();
         if (answered) answered(answer);
     }
     void AskText(const std::string& prompt, const std::string&, const std::string&,
                  std::function<void(std::optional<std::string>)> answered) override {
         prompts.push_back(prompt);
-        std::optional<std::string> input;
-        if (!inputs.empty()) {
-            input = inputs.front();
-            inputs.pop_front();
-        }
+        const auto input = inputs.empty() ? std::nullopt : inputs.front();
+        if (!inputs.empty()) inputs.pop_front();
         answered(input);
     }
-    std::vector<std::string> asked;  // "title style: text"
-    std::vector<std::string> prompts;
+    std::vector<std::string> asked, prompts;  // asked: "title style: text"
     std::deque<int> answers;
     std::deque<std::optional<std::string>> inputs;
     bool holdAnswers = false;

@@ -28,15 +28,20 @@ private:
     TurnQueue waiting_;
 };
 
-// Runs a task to its end on `loop` and gives its result.
+// Runs a task to its end on `loop` (and gives its result).
+inline void RunToEnd(Task<> task, HandTurnedLoop& loop) {
+    Jobs jobs;
+    jobs.Start(std::move(task));
+    loop.RunUntilIdle();
+}
+
 template <class T>
 T RunToEnd(Task<T> task, HandTurnedLoop& loop) {
     std::optional<T> result;
-    Jobs jobs;
-    jobs.Start([](Task<T> t, std::optional<T>& out) -> Task<> {
+    const auto keep = [](Task<T> t, std::optional<T>& out) -> Task<> {
         out.emplace(co_await std::move(t));
-    }(std::move(task), result));
-    loop.RunUntilIdle();
+    };
+    RunToEnd(keep(std::move(task), result), loop);
     return std::move(*result);
 }
 
@@ -44,12 +49,6 @@ T RunToEnd(Task<T> task, HandTurnedLoop& loop) {
 template <class T>
 Task<> Ignoring(Task<T> task) {
     co_await std::move(task);
-}
-
-inline void RunToEnd(Task<> task, HandTurnedLoop& loop) {
-    Jobs jobs;
-    jobs.Start(std::move(task));
-    loop.RunUntilIdle();
 }
 
 }  // namespace vantorin::testing

@@ -7,7 +7,6 @@
 #include <csignal>
 
 namespace vantorin {
-namespace {
 
 // Ctrl+C and a plain kill both stop the crawl through the event loop (so the
 // placeholders are swept and the exit status is 130), never end the process
@@ -28,5 +27,4 @@ TEST(StopSignals, InterruptAndTerminateEachReachTheLoopAsOneStop) {
     EXPECT_EQ(stops, 2);
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace vantorin {
-namespace {
 
 // After 500 saved pages the 200th unsaved one in a row gives up; two unsaved
 // pages to each saved one give up once 200 more were unsaved than saved.
@@ -20,5 +19,4 @@ TEST(UnsavedPages, GiveUpAfter200InARowOr200MoreThanSaved) {
     EXPECT_EQ(notes, 596);
 }
 
-}  // namespace
 }  // namespace vantorin

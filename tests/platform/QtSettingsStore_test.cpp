@@ -7,7 +7,6 @@
 #include "tests/support/TempDir.h"
 
 namespace vantorin {
-namespace {
 
 // What store objects wrote, a fresh one reads back byte for byte (Latin-1
 // letters included), from the file in the user's settings folder; a key never
@@ -25,5 +24,4 @@ TEST(QtSettingsStore, AFreshStoreReadsBackWhatWasStored) {
     EXPECT_TRUE(testing::NativeExists(dir.NativePath("Vantorin/Vantorin.conf")));
 }
 
-}  // namespace
 }  // namespace vantorin

@@ -8,10 +8,9 @@
 #include <QTimer>
 
 namespace vantorin {
-namespace {
 
 // Runs the event loop for `ms` milliseconds, or until something ends it.
-void RunFor(int ms) {
+static void RunFor(int ms) {
     QTimer limit;
     QObject::connect(&limit, &QTimer::timeout, [] { QCoreApplication::exit(); });
     limit.start(ms);
@@ -52,5 +51,4 @@ TEST(QtTimer, FiresAfterAFullIntervalCountedFromItsLastStartAndNeverAtZero) {
     EXPECT_EQ(std::pair(waited.size(), timer.Enabled()), std::pair(std::size_t{10}, true));
 }
 
-}  // namespace
 }  // namespace vantorin

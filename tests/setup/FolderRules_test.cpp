@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace vantorin {
-namespace {
 
 TEST(FolderRules, NormalisesTheTypedFolder) {
     // The chooser's root keeps its double backslash; three "__" passes leave
@@ -18,5 +17,4 @@ TEST(FolderRules, NormalisesTheTypedFolder) {
         EXPECT_EQ(NormaliseFolderText(typed), folder) << typed;
 }
 
-}  // namespace
 }  // namespace vantorin

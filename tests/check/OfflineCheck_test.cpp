@@ -112,9 +112,7 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
         EXPECT_EQ(std::tuple(CheckReportLines(report), CheckExitStatus(report)),
                   std::tuple(lines, status));
     }
-    const OfflineReport missing = CheckFolder("/nonexistent/vantorin-mirror");
-    EXPECT_EQ(std::tuple(missing.folderError, CheckExitStatus(missing)),
-              std::tuple("No such file or directory", 2));
+    // A folder that cannot be read (status 2 and its reason) is a row of the end-to-end run.
 }
 
 // After a crawl only the pages it saved are read; their links may lead to

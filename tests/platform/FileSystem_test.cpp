@@ -62,10 +62,9 @@ TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     EXPECT_EQ(fs.Faults().refused, 3 * std::ssize(outside));  // each change refused
     // Nothing beside the mirror is made, changed or deleted.
     EXPECT_EQ(ListTreeExcept(dir.Native(), dir.NativePath("mirror")), before);
-    for (const char* never : {"relative-never.txt", "/etc/vantorin-test-never"}) {
-        EXPECT_FALSE(NativeExists(never)) << never;
-        std::filesystem::remove(never);  // what an escape wrote fails this run only
-    }
+    // Removed if an escape wrote it, so that it fails this run only.
+    for (const char* never : {"relative-never.txt", "/etc/vantorin-test-never"})
+        EXPECT_FALSE(std::filesystem::remove(never)) << never;
 
     EXPECT_TRUE(fs.WriteWhole(program + "\\filters.txt", "x") &&
                 fs.WriteWhole(target + "a.txt", "x") && fs.MayChange(target + "sub\\..\\b.txt"));

@@ -24,7 +24,6 @@ TEST(ProgramFolderTest, BesideAPortableExecutableElseTheUsersDataFolder) {
     // (the Unix convention). Root can write to an installed folder.
     const std::tuple<const char*, const Files&, bool, Env, const char*> cases[] = {
         {"/src/build/app", build, true, dataHome, "\\src\\build\\app"},
-        {"/usr/bin", usr, true, dataHome, "\\data\\ann\\Vantorin"},
         {"/opt/v/bin", opt, true, homeOnly, "\\home\\ann\\.local\\share\\Vantorin"},
         {"/usr/bin", usr, false, relativeDataHome, "\\home\\ann\\.local\\share\\Vantorin"},
         {"/usr/bin", usr, true, {{"HOME", "/"}}, "\\.local\\share\\Vantorin"},  // root

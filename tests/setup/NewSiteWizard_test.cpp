@@ -43,6 +43,9 @@ const std::string kDefaultsFile =
     ".htm\r\n.html\r\n.php\r\n.asp\r\n.txt\r\n.gif\r\n.jpg\r\n.jpeg\r\n.png\r\n.pdf\r\n.zip\r\n"
     ".css\r\n";
 
+const std::string kEror =
+    "Eror 16: That is an invalid directory. Check it has no invalid characters.";
+
 std::string TypesFile(const SetupWorld& w) {
     return ReadNativeFile(w.dir.NativePath("prog/temp/filetypes.txt"));
 }
@@ -93,15 +96,13 @@ TEST_F(Wizard, ClosingSetsTheTimersAndDownloadAndCloseMakeTheFolder) {
 
         const bool refused = folder.starts_with("/plain"), made = !refused && !folder.empty();
         const bool started = made && way == kDownload;
-        EXPECT_EQ(w.dialogs.asked, refused ? Strings{"Eror 16: That is an invalid directory. "
-                                                     "Check it has no invalid characters."}
-                                           : Strings{});
-        // Still open, the crawl, the timeout stored, the first and last timers, the types saved.
+        // The box, still open, the crawl, the timeout stored, the first and last timers, the
+        // types saved.
         EXPECT_EQ(
-            std::tuple(form.isVisible(), w.model.address, w.model.Running(),
+            std::tuple(w.dialogs.asked, form.isVisible(), w.model.address, w.model.Running(),
                        w.settings.values["Timeout"], w.engine.ConnectionAt(1).SilenceInterval(),
                        w.engine.ConnectionAt(24).SilenceInterval(), TypesFile(w)),
-            std::tuple(refused, started ? "www.site.test/" : "", started,
+            std::tuple(Strings(refused, kEror), refused, started ? "www.site.test/" : "", started,
                        refused ? "" : QString(timeout).trimmed().toStdString(), ms, ms,
                        made ? kDefaultsFile + kDefaultsFile : kDefaultsFile));
         // A folder not made would fail its probe and be refused; the probe's

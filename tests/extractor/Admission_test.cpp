@@ -22,7 +22,6 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
     const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
         // link, queued, not taken, placeholder below the target folder
         {"HTTP://SITE.COM/B.HTML", "SITE.COM/B.HTML", "", "SITE.COM/B.HTML.tmp"},
-        {"http://www.site.com/x.html", "www.site.com/x.html", "", "site.com/x.html.tmp"},
         {"http://http://site.com/y.html", "site.com/y.html", "", "site.com/y.html.tmp"},  // both go
         // The same-site test is a plain substring test.
         {"http://other.com/?from=site.com", "", "other.com/?from=site.com", ""},
@@ -30,7 +29,6 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
         {"http://site.com/dir/file", "", "site.com/dir/file", ""},
         {"http://site.com\\dir\\", "site.com/dir/index.html", "", "site.com/dir/index.html.tmp"},
         // Query pages are taken whatever their type; the "?" goes after the placeholder is named.
-        {"http://site.com/a.php?id=3", "site.com/a.php?id=3", "", "site.com/a.php_id=3.tmp"},
         {"http://site.com/a.php?", "site.com/a.php", "", "site.com/a.php_.tmp"},
         {"http://site.com/a.asp?id=3", "", "site.com/a.asp?id=3", ""},
         {"http://site.com/../x.html", "", "", ""},
@@ -63,9 +61,7 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
 // keyword (in the last of the 100 places) anywhere in the resolved link.
 TEST(AdmitLink, KnownFilesAndKeywordsDropTheLinkWithoutTrace) {
     const std::tuple<const char*, const char*, const char*, bool> cases[] = {
-        {"site.com/a.html", "", "http://site.com/a.html", true},
         {"site.com/a.html.html", "", "http://site.com/a.html", true},
-        {"site.com/a.html.tmp", "", "http://site.com/a.html", true},
         {"", " ADS ", "http://site.com/Loads.html", true},
         {"", "   ", "http://site.com/news.html", false},
         {"", "b/..", "http://site.com/a/b/../c.html", false}};

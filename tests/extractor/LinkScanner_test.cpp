@@ -62,8 +62,6 @@ TEST(ExtractLinks, FindsMakesAbsoluteAndAdmitsEachLink) {
     const std::tuple<std::string, std::vector<std::string>, std::vector<std::string>> pages[] = {
         // Any link holding "@" or a skipped scheme goes.
         {"<a href='a.html?u=x@y'><a href=\"irc://site.com/c\">", {}, {}},
-        // A root-relative link resolves against the page's folder.
-        {"<a href='/img/a.gif'>", {"site.com/dir/img/a.gif"}, {}},
         {"<a href='http://site.com///img///t///y.html'>", {"site.com/img/t/y.html"}, {}},
         {"<a href='sub\\x.html'>", {"site.com/dir/sub/x.html"}, {}},
         {"<meta content=\"0; url=b.html\">", {}, {}},  // a relative refresh names a host

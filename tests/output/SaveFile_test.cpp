@@ -39,9 +39,7 @@ TEST(SaveFile, StripsTheHeaderNamesTheFileAndDoublesLineEnds) {
         {"H\r\n\r\nx", "site.com/dir/.html", "site.com/dir/index.html", "x\r\n"},
         {"H\r\n\r\nx\ny", "site.com/a.PHP", "", "x\ny\r\n"},
         {"H\r\n\r\nx", "site.com/x.html/b.php", "", "x\r\n"},
-        {"H\r\n\r\nx", "site.com/c.asp", "site.com/c.asp.html", "x\r\n"},
         {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.htm", "", "a\r\n\r\n\nb\r\n\nc\r\nd\r\n"},
-        {"H\r\n\r\na\r\nb\nc\rd", "site.com/p.gif", "", "a\r\nb\nc\rd\r\n"},
         {"H\r\n\r\n", "site.com/empty.gif", "", "\r\n"},
         {"H\r\n\r\n" + bytes, "site.com/img/b.gif", "", bytes + "\r\n"},
         {"  CanCel ", "site.com/c.html", "", ""},
@@ -69,7 +67,6 @@ TEST(SaveFile, RewritesLinksAndScriptWords) {
          "< code=x>< !-- script src=a.js>"},
         {"x", "a.php?i=2 A.PHP?i=3 a.asp?i=2 a.Php?i=3", "a.php_i=2 A.PHP_i=3 a.asp?i=2 a.Php?i=3"},
         // Absolute links to the connection's own host become relative, with and without "www.".
-        {"www.site.com", "http://site.com/a/b.html", "a/b.html"},
         {"site.com/", "<a href=\"http://www.site.com/x\">", "<a href=\"x\">"},
         {" site.com ", "http://site.com/x http://other.com/y", "x http://other.com/y"},
         {"site.com", "http://site.com http://site.comb/x", "http://site.com http://site.comb/x"},

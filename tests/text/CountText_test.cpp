@@ -6,12 +6,9 @@
 
 namespace vantorin {
 
+// No comma before the first group; the text is trimmed and lower-cased first.
 TEST(FormatThousands, GroupsInThreesFromTheRight) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"123", "123"},           {"1234", "1,234"},   {"123456", "123,456"},
-        {"1234567", "1,234,567"}, {" ABCD ", "a,bcd"},
-    };
-    for (const auto& [count, text] : cases) EXPECT_EQ(FormatThousands(count), text) << count;
+    EXPECT_EQ(FormatThousands("123456") + " " + FormatThousands(" ABCD "), "123,456 a,bcd");
 }
 
 // Three significant digits, truncated; a negative count is read as unsigned.

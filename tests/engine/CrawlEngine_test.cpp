@@ -35,18 +35,25 @@ protected:
 // A start cleans the address and fetches the start page directly; each tick
 // hands the newest queued address to the first free connection among the
 // first N; a ".jpeg" is fetched as ".jpg" (so its placeholder waits for the
-// sweep of a stop or the crawl's end). (The counters a tick shows, the queue's order and a row's
-// sizes are in the window's crawling snapshot.)
+// sweep of a stop or the crawl's end). (The counters a tick shows, the
+// queue's order and a row's sizes are in the window's crawling snapshot.)
+// A link that climbs out only once "www." is cut ("..www." becomes "..")
+// toward the program's own file-type list changes nothing outside the target
+// folder: the mirror writes through a file system that holds the target alone.
 TEST_F(EngineTest, StartCleansTheAddressAndEachTickFillsTheFirstFreeOfTheFirstN) {
     Start("  HTTP://a.test/  ");
     EXPECT_EQ(model.address, "www.a.test/");  // its status line is in the crawling snapshot
+    const auto outside = ListTreeExcept(dir.Native(), dir.NativePath("site"));
     engine.ChooseConnectionLimit("2");
-    Answer(1, "<a href='1.htm'> <a href='2.htm'> <a href='3.jpeg'>");
+    Answer(1,
+           "<a href='a/..www./..www./..www./prog/temp/filetypes.txt'> <a href='1.htm'> "
+           "<a href='2.htm'> <a href='3.jpeg'>");
     for (int ticks = 0; ticks < 3; ++ticks) tick().Fire();
     // Connections 1 and 2 busy: the third waits, though connection 3 is free.
     EXPECT_EQ(std::tuple(engine.ConnectionAt(1).Address(), engine.ConnectionAt(2).Address(),
                          model.queue.Count(), Row(2).status),
-              std::tuple("www.a.test/3.jpg", "www.a.test/2.htm", 1u, "Connecting to www.a.test"));
+              std::tuple("www.a.test/3.jpg", "www.a.test/2.htm", 2u, "Connecting to www.a.test"));
+    EXPECT_EQ(ListTreeExcept(dir.Native(), dir.NativePath("site")), outside);
 }
 
 // A choice from the list resets the rows above it; a typed count from 24 up

@@ -258,7 +258,10 @@ TEST_F(Wizard, FiltersTakeInputBesideTheModalWizardAndCloseWithIt) {
     Click(dialog->removeButton);
     dialogs.answers = {kAnswerNo};
     Click(dialog->clearAllButton);
-    EXPECT_EQ(dialog->Items(), (Strings{"ADS", "POP UP"}));
+    EXPECT_EQ(std::pair(dialog->Items(), dialogs.asked.back()),
+              std::pair(Strings{"ADS", "POP UP"},
+                        std::string("Clear Filters 20: Are you sure you want to remove all the "
+                                    "filters?")));
     wizard->reject();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(dialog.isNull());

@@ -2,7 +2,8 @@
 // depth, with its class, name, text, geometry, whether it is shown and
 // enabled, its font, and what a user meets first (the focus, a modal or
 // fixed-size window, a default button and those Enter would press once
-// focused, a label's alignment and picture, a filled background, a tooltip).
+// focused, a label's alignment, wrapping and picture, a filled background, a
+// tooltip).
 // Tests compare it with a file kept beside them; with VANTORIN_UPDATE_SNAPSHOTS
 // set they write the file instead (tests/update_snapshots.sh), and the change
 // is reviewed like code.
@@ -62,7 +63,8 @@ inline void Describe(const QWidget& w, int depth, std::ostringstream& out) {
             << (w.isWindow() && w.windowModality() != Qt::NonModal ? " modal" : "")
             << (w.isWindow() && w.minimumSize() == w.maximumSize() ? " fixed" : "");
         if (auto* label = qobject_cast<const QLabel*>(&w)) {
-            out << " aligned " << std::hex << label->alignment().toInt() << std::dec;
+            out << " aligned " << std::hex << label->alignment().toInt() << std::dec
+                << (label->wordWrap() ? " wrapped" : "");
             if (const QPixmap picture = label->pixmap(); !picture.isNull())
                 out << " picture " << picture.width() << 'x' << picture.height();
         }

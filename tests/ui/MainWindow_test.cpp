@@ -64,12 +64,13 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     Answer("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab", false);
     ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
     window.pauseAction()->trigger();
-    auto* pause = window.findChild<PauseDialog*>();
+    const QPointer<PauseDialog> pause = window.findChild<PauseDialog*>();
     ASSERT_NE(pause, nullptr);
     ExpectSnapshot(*pause, "ui/snapshots/pause.txt");
     EXPECT_FALSE(tick().enabled);
-    pause->close();
-    EXPECT_TRUE(tick().enabled);
+    pause->close();  // the crawl goes on, and the dialog is gone
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(tick().enabled && pause.isNull());
     dialogs.answers = {kAnswerYes};
     window.StopClicked();
     loop.RunUntilIdle();

@@ -100,9 +100,6 @@ TEST(StartHints, NameWhatTheAddressWillNotDoAndThePlaceholdersLeftBehind) {
             EXPECT_THAT(AddressHints(address),
                         AllOf(SizeIs(!wanted.empty()), Each(HasSubstr(wanted))))
                 << address;
-    EXPECT_EQ(AddressHints("www.a.test:8080/x")[0],
-              "Hint: the address names a port (\":8080\"); the port is always 80, and "
-              "\"www.a.test:8080\" is taken as the host name.");
     EXPECT_EQ(PlaceholderHint(0) + "|" + PlaceholderHint(1),
               "|Hint: the folder holds 1 placeholder (\".tmp\") from an earlier run; their pages "
               "count as already queued and will be skipped. Choose a new folder to get them.");

@@ -49,10 +49,9 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
     std::vector<std::string> manyLines{
         "Offline check: 0 of 20,004 links between saved pages lead to a saved file; 0 lead online.",
         "big.html -> late.gif (looked for: late.gif)"};
-    for (int i = 0; i < 19; ++i) {
-        const std::string g = "g" + std::to_string(i) + ".html";
-        manyLines.push_back("big.html -> " + g + " (looked for: " + g + ")");
-    }
+    for (const std::string g : {"g0", "g1", "g2", "g3", "g4", "g5", "g6", "g7", "g8", "g9", "g10",
+                                "g11", "g12", "g13", "g14", "g15", "g16", "g17", "g18"})
+        manyLines.push_back("big.html -> " + g + ".html (looked for: " + g + ".html)");
     manyLines.push_back("and 19,981 more broken links");
 
     Files loops{{"ok.html", ""}};  // six pages no one can read
@@ -84,10 +83,6 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
                      "<a href=caf&eacute;.html><a href=a%20b.html><a href=100%.html>"},
           {"b.html", ""}, {"caf\xC3\xA9.html", ""}, {"a b.html", ""}, {"100%.html", ""}},
          {Summary(5, 5, "0 lead online")}, 0},
-        // other hosts and schemes
-        {{{"a.SHTML", "<a href=http://o.test/><a href='mailto:me@o.test'><script src=//cdn.test/x.js>"
-                      "</script><a href=JavaScript:go()><a href='view-source:x.html'>"}},
-         {Summary(0, 0, "5 lead online")}, 0},
         // every kind of link, and text that only looks like one
         {{{"a.htm", "<meta http-equiv=Refresh content=\"0; URL='x1.html'\"><link href=x2.css>"
                     "<script src=x3.js></script><!-- <a href=no.html> --><script>"
@@ -113,21 +108,6 @@ TEST(CheckFolder, ReportsHowTheSavedPagesLinkToEachOther) {
                   std::tuple(lines, status));
     }
     // A folder that cannot be read (status 2 and its reason) is a row of the end-to-end run.
-}
-
-// After a crawl only the pages it saved are read; their links may lead to
-// any file of the folder.
-TEST(CheckPages, ReadsOnlyTheGivenPages) {
-    testing::TempDir dir;
-    const std::string m = Build(dir, {{"h/a.html", "<a href=b.html><a href=c.gif>"},
-                                      {"h/b.html", "<a href=a.html>"},
-                                      {"h/c.gif", ""},
-                                      {"h/d.html", "<a href=gone.html>"},
-                                      {"../elsewhere.html", "<a href=gone.html>"}});
-    const std::string a = m + "/h/a.html";
-    EXPECT_EQ(SummaryLine(CheckPages(
-                  m, {a, m + "/h/c.gif", m + "/h/b.html", a, dir.NativePath("elsewhere.html")})),
-              Summary(3, 3, "0 lead online"));
 }
 
 }  // namespace vantorin

@@ -146,31 +146,6 @@ TEST_F(EngineTest, AGivenUpJobCompletesTheSiteOnlyWithNoWorkLeft) {
               "! a.test\\..\\next.htm\r\n\r\n! a.test\\..\\next.htm\r\n\r\n");
 }
 
-// A retry that lands while the scan waits is appended behind what the scan
-// left, which holds no blank line: only the retry's body is saved; the scan's
-// job, no longer the connection's, leaves the socket alone. Each handler
-// returns when its job waits: none runs inside another.
-TEST_F(EngineTest, RetryDuringTheScanSavesOnlyTheRetrysBodyAndNoHandlerNests) {
-    int depth = 0, deepest = 0;
-    for (std::function<void()>* handler : {&socket(1).onDataArrival, &silence(1).onTimer})
-        *handler = [&depth, &deepest, inner = *handler] {
-            deepest = std::max(deepest, ++depth);
-            inner();
-            --depth;
-        };
-    Start("www.a.test/p.htm");
-    socket(1).Accept();
-    socket(1).Receive("HTTP/1.0 200 OK\r\n\r\nfirst <a href='x.bmp'> <a href='y.htm'>", true);
-    while (model.notTaken.Empty() && !loop.Idle()) loop.Turn();  // the scan has reached the link
-    silence(1).Fire();
-    loop.RunUntilIdle();
-    Answer(1, "second");
-    EXPECT_EQ(
-        std::tuple(engine.ConnectionAt(1).Attempts(),
-                   ReadNativeFile(dir.NativePath("site/a.test/p.htm")), socket(1).state, deepest),
-        std::tuple(2, "second\r\n", SocketState::Closed, 1));
-}
-
 // A stop tears every job down and tells the window, which reloads; the exit
 // stops a running crawl and sweeps what a stop left. The reload is the
 // program's start again: the silence timers at their default and off (the

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <string_view>
 #include <tuple>
 
 #include "tests/support/MirrorFixture.h"
@@ -54,26 +53,6 @@ TEST(AdmitLink, RoutesEachLinkToTheQueueTheNotTakenListOrNowhere) {
             EXPECT_EQ(ReadNativeFile(f.Target("transdd.txt")),
                       Contains(link, "/../") ? climbed : "");
         }
-    }
-}
-
-// Known when downloaded (also under an added ".html") or already queued; a
-// keyword (in the last of the 100 places) anywhere in the resolved link.
-TEST(AdmitLink, KnownFilesAndKeywordsDropTheLinkWithoutTrace) {
-    const std::tuple<const char*, const char*, const char*, bool> cases[] = {
-        {"site.com/a.html.html", "", "http://site.com/a.html", true},
-        {"", " ADS ", "http://site.com/Loads.html", true},
-        {"", "   ", "http://site.com/news.html", false},
-        {"", "b/..", "http://site.com/a/b/../c.html", false}};
-    for (auto [existing, filter, link, dropped] : cases) {
-        MirrorFixture f;
-        if (*existing) WriteNativeFile(f.Target(existing), "x");
-        std::vector<std::string> keywords(99, "unused");
-        keywords.emplace_back(filter);
-        f.filters.Save(keywords, f.files);
-        AdmitLink(link, f.admission);
-        EXPECT_EQ(f.queue.Count(), dropped ? 0u : 1u) << link << filter;
-        EXPECT_EQ(NativeExists(f.Target("log.txt")), !dropped) << link << filter;
     }
 }
 

@@ -5,7 +5,6 @@
 #include <tuple>
 
 #include "tests/support/MirrorFixture.h"
-#include "text/Strings.h"
 
 namespace vantorin {
 
@@ -25,28 +24,19 @@ TEST(TopLevel, OnlyFilesDirectlyInTheHostFolder) {
     for (auto [path, host, top] : cases) EXPECT_EQ(IsTopLevelFile(path, host), top) << path;
 }
 
-TEST(MakeLocalPath, MapsAddressAndRecordsOnlyTheFoldersItMade) {
+TEST(MakeLocalPath, MapsTheAddressToANativePathBelowTheTarget) {
     testing::MirrorFixture f;
     const std::string& t = f.m.targetFolder;
-    std::string& made = f.m.madeFolders;
-    EXPECT_EQ(MakeLocalPath("  " + t + "www.site.com/dir/sub/page.html ", f.files, made),
-              t + "site.com\\dir\\sub\\page.html");
-    // Root first, lower-cased; the existing target folder and a folder whose
-    // parent is missing are not listed.
-    const std::string base = LCase(t);
-    MakeFolder(t + "a\\b", f.files, made);
-    EXPECT_EQ(made,
-              base + "site.com\\*" + base + "site.com\\dir\\*" + base + "site.com\\dir\\sub\\*");
-
-    // Only the exact lower-case scheme goes; every "www." goes, also from the
+    // Trimmed; only the exact lower-case scheme goes; every "www." goes, also from the
     // target folder's own name.
     const std::pair<std::string, std::string> cases[] = {
+        {"  " + t + "www.site.com/dir/sub/page.html ", t + "site.com\\dir\\sub\\page.html"},
         {t + "site.com//a", t + "site.com\\a"},
         {t + "site.com///a", t + "site.com\\\\a"},
         {"http://www.site.com/a", "site.com\\a"},
         {"HTTP://site.com/a", "HTTP:\\site.com\\a"},
         {f.tmp.Backslashed() + "www.m\\site.com/a", f.tmp.Backslashed() + "m\\site.com\\a"}};
-    for (const auto& [in, out] : cases) EXPECT_EQ(MakeLocalPath(in, f.files, made), out);
+    for (const auto& [in, out] : cases) EXPECT_EQ(MakeLocalPath(in, f.files, f.m.madeFolders), out);
 }
 
 }  // namespace vantorin

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 #include "tests/support/MirrorFixture.h"
@@ -42,23 +41,6 @@ TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
               "! site.com\\a.html\r\nback\r\n");
     EXPECT_EQ(ReadNativeFile(f.Target("_SearchData/xsite.com.txt")),
               "! xsite.com\\a.html\r\nt2\r\n");
-}
-
-// Placeholders go only from the folders this crawl made (finding them whatever
-// their case is the file system's part); fields shorter than 5 are skipped,
-// an empty one ends the sweep.
-TEST(RemoveTempFiles, SweepsOnlyTheFoldersTheCrawlMade) {
-    MirrorFixture f;
-    const char* folders[] = {"abc", "abcde", "late", "older"};
-    for (const char* d : folders) WriteNativeFile(f.Target(d) + "/x.tmp", "");
-    const auto cwd = std::filesystem::current_path();
-    std::filesystem::current_path(f.Target(""));
-    f.m.madeFolders = "abc\\*abcde*" + f.m.targetFolder + "late\\**older\\*";
-    RemoveTempFiles(f.m);
-    std::filesystem::current_path(cwd);
-    std::string kept;
-    for (const char* d : folders) kept += NativeExists(f.Target(d) + "/x.tmp") ? '1' : '0';
-    EXPECT_EQ(kept, "1001");
 }
 
 }  // namespace vantorin

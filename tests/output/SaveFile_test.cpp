@@ -87,39 +87,5 @@ TEST(SaveFile, FlattensClimbingLinksOnTopLevelPagesOnly) {
     EXPECT_EQ(Saver().Rewritten(in, "\\site.com/dir/p.gif"), in);
 }
 
-// The placeholder goes under the name before ".html" is added, and saves that
-// run side by side, each waiting for the event loop in turn, each delete
-// their own.
-TEST(SaveFile, InterleavedSavesEachDeleteTheirOwnPlaceholder) {
-    Saver s;
-    const char* placeholders[] = {"a.php_x=1.tmp", "a.php_x=1.html.tmp", "b.php.tmp",
-                                  "c.php.tmp",     "d.gif.tmp",          "e.gif.tmp"};
-    const std::string at = s.Target("site.com/");
-    for (const char* name : placeholders) WriteNativeFile(at + name, "queued");
-    const std::string body = "H\r\n\r\nx";
-    Jobs jobs;
-    for (const char* address :
-         {"\\site.com/a.php?x=1", "\\site.com/b.php", "\\site.com/d.gif", "\\site.com/e.gif"})
-        jobs.Start(Ignoring(SaveFile(body, address, "site.com", s.m, s.filesDone)));
-    s.loop.RunUntilIdle();
-    EXPECT_EQ(ReadNativeFile(at + "a.php_x=1.html"), "x\r\n");
-    std::string kept;
-    for (const char* name : placeholders) kept += NativeExists(at + name) ? '1' : '0';
-    EXPECT_EQ(std::tuple(kept, s.filesDone, jobs.Count()), std::tuple("010100", 4, 0u));
-}
-
-// The timeout's name puts its file in a folder that is never made: that
-// failure is designed, and only a real one is counted. Both raise the count.
-TEST(SaveFile, CountsAFailedWriteButNotTheTimeoutsDesignedOne) {
-    Saver s;
-    EXPECT_FALSE(s.Save("Unable to download this file. (Timeout)", " \\ site.com/t.gif").written);
-    EXPECT_FALSE(NativeExists(s.Target(" site.com/t.gif")));
-    EXPECT_EQ(s.files.Faults().filesFailed, 0);
-    WriteNativeFile(s.Target("site.com/blocked"), "a file where a folder must be");
-    const SavedFile blocked = s.Save("H\r\n\r\nx", "\\site.com/blocked/p.gif");
-    EXPECT_EQ(std::tuple(blocked.written, blocked.path, s.files.Faults().filesFailed, s.filesDone),
-              std::tuple(false, s.m.targetFolder + "site.com\\blocked\\p.gif", 1, 2));
-}
-
 }  // namespace
 }  // namespace vantorin

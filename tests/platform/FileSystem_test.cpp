@@ -24,18 +24,6 @@ protected:
     }
 };
 
-TEST_F(FileSystemTest, WritesAppendsAndReadsLinesWithCrLf) {
-    const std::string log = target + "log.txt";
-    for (const char* line : {"one", "", "two\r\n"}) EXPECT_TRUE(fs.AppendLine(log, line));
-    EXPECT_EQ(ReadNativeFile(dir.NativePath("mirror/log.txt")), "one\r\n\r\ntwo\r\n\r\n");
-    EXPECT_EQ(fs.ReadLines(log), std::optional(std::vector<std::string>{"one", "", "two", ""}));
-    EXPECT_EQ(fs.FileLength(log), 14u);
-
-    // Nothing from a missing file, and a folder has no file length.
-    EXPECT_FALSE(fs.FileLength(target + "missing") || fs.ReadLines(target + "missing") ||
-                 fs.FileLength(target));
-}
-
 // Refused writes are counted, but not refused tests, nor folders that exist.
 TEST_F(FileSystemTest, GuardRefusesEverythingOutsideTargetAndProgramFolders) {
     WriteNativeFile(dir.NativePath("outside.txt"), "keep");

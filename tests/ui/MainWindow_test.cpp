@@ -7,7 +7,6 @@
 #include <QtWidgets>
 
 #include "engine/Captions.h"
-#include "platform/gui/AppIcon.h"
 #include "platform/gui/QtDialogs.h"
 #include "tests/support/EngineWorld.h"
 #include "tests/support/WidgetSnapshot.h"
@@ -89,15 +88,6 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     const auto [queueWidth, footerLeft, toolbarLeft] = rightSide();
     window.resize(window.width() + 150, window.height());
     EXPECT_EQ(rightSide(), std::tuple(queueWidth + 150, footerLeft + 150, toolbarLeft + 150));
-}
-
-// A wrong resource path fails silently at run time: the windows would simply
-// show the desktop's generic glyph.
-TEST(AppIcon, EverySizeIsCompiledIn) {
-    SetApplicationIcon();
-    for (int side : {48, 128, 256})
-        EXPECT_TRUE(QApplication::windowIcon().availableSizes().contains(QSize(side, side)));
-    EXPECT_EQ(QGuiApplication::desktopFileName(), "org.vantorin.Vantorin");
 }
 
 // Keys, buttons and menus reach their verbs, and typing and choosing the engine.

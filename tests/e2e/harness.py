@@ -112,9 +112,8 @@ class Run:
             os.link(built, os.path.join(folder, os.path.basename(built)))
         for relative, data in (files or {}).items():
             write(os.path.join(self.files_folder, relative), data)
-        self.conf = os.path.join(self.config, "Vantorin", "Vantorin.conf")
         if settings is not None:
-            write(self.conf, settings)
+            write(os.path.join(self.config, "Vantorin", "Vantorin.conf"), settings)
         os.makedirs(os.path.join(self.folder, "runtime"), mode=0o700)
         env = {k: v for k, v in os.environ.items() if k not in unset}
         env.update(XDG_CONFIG_HOME=self.config, XDG_DATA_HOME=data_home, XDG_RUNTIME_DIR=self.folder + "/runtime")

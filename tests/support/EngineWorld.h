@@ -7,6 +7,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,15 @@
 #include "tests/support/TempDir.h"
 
 namespace vantorin::testing {
+
+// Runs a socket's or a timer's handler as its event would. Each handler returns
+// when its job waits for the event loop: one run inside another fails the test.
+inline void RunHandler(const std::function<void()>& handler) {
+    static int running = 0;
+    EXPECT_EQ(running++, 0) << "a handler ran inside another";
+    handler();
+    --running;
+}
 
 class FakeSocket : public Socket {
 public:
@@ -37,13 +47,13 @@ public:
     void Hold() override { held = true; }
     void Release() override {  // hands on what waits
         held = false;
-        if (!unread.empty()) onDataArrival();
+        if (!unread.empty()) RunHandler(onDataArrival);
     }
 
     // Scripted events.
     void Accept() {
         state = SocketState::Connected;
-        onConnected();
+        RunHandler(onConnected);
     }
     // Bytes come in (and the peer closes with them, when asked); they are
     // handed on at once unless the socket is held.
@@ -69,7 +79,7 @@ public:
         enabled = on;
     }
     bool Enabled() const override { return enabled; }
-    void Fire() { onTimer(); }
+    void Fire() { RunHandler(onTimer); }
 
     int interval = 0;
     bool enabled = false;

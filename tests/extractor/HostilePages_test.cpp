@@ -9,9 +9,7 @@
 #include "output/SaveFile.h"
 #include "tests/support/MirrorFixture.h"
 
-namespace vantorin {
-
-using namespace testing;
+namespace vantorin::testing {
 
 // Text of `most` pieces at most, drawn from pieces of hostile addresses: every
 // way a link may climb out of the mirror (".." in both slashes, "..www." which
@@ -57,4 +55,4 @@ TEST(HostilePages, ChangeNothingOutsideTheTargetFolder) {
     EXPECT_EQ(ListTreeExcept(f.tmp.Native(), mirror), before);
 }
 
-}  // namespace vantorin
+}  // namespace vantorin::testing

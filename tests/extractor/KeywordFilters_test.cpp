@@ -4,9 +4,7 @@
 
 #include "tests/support/TempDir.h"
 
-namespace vantorin {
-
-using namespace testing;
+namespace vantorin::testing {
 
 // Read in file order, blank lines skipped and each keyword trimmed; a list of
 // over 100 is kept not at all.
@@ -30,4 +28,4 @@ TEST(KeywordFilters, ReadInFileOrderAndSavedAllOrNothing) {
     EXPECT_TRUE(FilterExists("  Banner ", {" ads ", "BANNER"}) && !FilterExists("ban", {"BANNER"}));
 }
 
-}  // namespace vantorin
+}  // namespace vantorin::testing

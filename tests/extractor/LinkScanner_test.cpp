@@ -7,9 +7,7 @@
 #include "extractor/LinkRewrite.h"
 #include "tests/support/MirrorFixture.h"
 
-namespace vantorin {
-
-using namespace testing;
+namespace vantorin::testing {
 
 // Each spelling the scanner knows, in table order, as the rows leave it: an
 // earlier row can take a later row's text ("href = " is met by "href =" first).
@@ -68,4 +66,4 @@ TEST(ExtractLinks, LeavesTheTextAfterTheLastVisitedHrefAndWaitsFiveTurnsAnHref) 
     EXPECT_EQ(plain, "no link here");
 }
 
-}  // namespace vantorin
+}  // namespace vantorin::testing

@@ -31,7 +31,6 @@ TEST(MakeLocalPath, MapsTheAddressToANativePathBelowTheTarget) {
     // target folder's own name.
     const std::pair<std::string, std::string> cases[] = {
         {"  " + t + "www.site.com/dir/sub/page.html ", t + "site.com\\dir\\sub\\page.html"},
-        {t + "site.com//a", t + "site.com\\a"},
         {t + "site.com///a", t + "site.com\\\\a"},
         {"http://www.site.com/a", "site.com\\a"},
         {"HTTP://site.com/a", "HTTP:\\site.com\\a"},

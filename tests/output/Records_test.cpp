@@ -6,9 +6,7 @@
 
 #include "tests/support/MirrorFixture.h"
 
-namespace vantorin {
-
-using namespace testing;
+namespace vantorin::testing {
 
 TEST(GetPageText, WaitsFourTurnsThenFoldsLineEndsAndBlanks) {
     const std::pair<const char*, const char*> cases[] = {
@@ -43,4 +41,4 @@ TEST(RecordSearchText, OneFilePerHostAndOnlyAnImmediateRepeatSuppressed) {
               "! xsite.com\\a.html\r\nt2\r\n");
 }
 
-}  // namespace vantorin
+}  // namespace vantorin::testing

@@ -9,10 +9,8 @@
 #include "tests/support/MirrorFixture.h"
 #include "text/Strings.h"
 
-namespace vantorin {
+namespace vantorin::testing {
 namespace {
-
-using namespace testing;
 
 struct Saver : MirrorFixture {
     std::int32_t filesDone = 0;
@@ -88,4 +86,4 @@ TEST(SaveFile, FlattensClimbingLinksOnTopLevelPagesOnly) {
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

@@ -7,10 +7,8 @@
 
 #include "tests/support/TempDir.h"
 
-namespace vantorin {
+namespace vantorin::testing {
 namespace {
-
-using namespace testing;
 
 class FileSystemTest : public ::testing::Test {
 protected:
@@ -111,4 +109,4 @@ TEST_F(FileSystemTest, DeleteMatchingFindsTheFolderWhateverItsCase) {
 }
 
 }  // namespace
-}  // namespace vantorin
+}  // namespace vantorin::testing

@@ -62,6 +62,13 @@ TEST_F(UiTest, EachStateLooksAsItsSnapshot) {
     tick().Fire();
     Answer("HTTP/1.0 200 OK\r\nContent-Length: 1200\r\n\r\nab", false);
     ExpectSnapshot(window, "ui/snapshots/main-crawling.txt");
+    // A double click opens the selected queue entry in the browser; with the entry
+    // current but not selected, the bare scheme.
+    window.queue()->setCurrentIndex(window.queue()->model()->index(1, 0));
+    emit window.queue()->doubleClicked(window.queue()->currentIndex());
+    window.queue()->clearSelection();
+    emit window.queue()->doubleClicked(window.queue()->currentIndex());
+    EXPECT_EQ(shell.addresses, (std::vector<std::string>{"http://www.a.test/2.htm", "http://"}));
     window.pauseAction()->trigger();
     const QPointer<PauseDialog> pause = window.findChild<PauseDialog*>();
     ASSERT_NE(pause, nullptr);

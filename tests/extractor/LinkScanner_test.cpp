@@ -11,9 +11,10 @@ namespace vantorin::testing {
 
 // Each spelling the scanner knows, in table order, as the rows leave it: an
 // earlier row can take a later row's text ("href = " is met by "href =" first).
+// A text may open with " =", which no spelling ends in.
 TEST(RewriteForScan, RewritesEverySpellingAsTheRowsInTheirOrderDo) {
     const std::string text =
-        "|href =v|href = v|href=v|HREF=v|HREF = v|HREF =v|HREF= v|hRef=v|hRef = v|hRef =v"
+        " =|href =v|href = v|href=v|HREF=v|HREF = v|HREF =v|HREF= v|hRef=v|hRef = v|hRef =v"
         "|hRef= v|Href=v|Href = v|Href =v|Href= v|hREF=v|hREF = v|hREF =v|hREF= v|background =v"
         "|background=v|background = v|background= v|BACKGROUND =v|BACKGROUND=v|BACKGROUND = v"
         "|BACKGROUND= v|BackGround =v|BackGround=v|BackGround = v|BackGround= v| SRC=v| src=v"
@@ -21,7 +22,7 @@ TEST(RewriteForScan, RewritesEverySpellingAsTheRowsInTheirOrderDo) {
         "|;URL=u|\"q\"|a\r\nb\nc\rd";
     EXPECT_EQ(
         RewriteForScan(text),
-        "|href=v|href= v|href=v|href=v|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v"
+        " =|href=v|href= v|href=v|href=v|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v"
         "|href=v|href=v|href= v|href=v|href=v|href=v|href= v|href=v|href=v|href= v|href= v"
         "|href=v|href=v|href= v|href= v|href=v|href=v|href= v|href= v|href=v|href=v|href=v"
         "|href=v|href= v|href= v|href= v|href= v|src=v|Src=v|a href='http://u|a href='http://u"

@@ -75,7 +75,8 @@ TEST(Numbers, LeadingValueNumericTestAndEvenRounding) {
         EXPECT_DOUBLE_EQ(Val(text), value) << text;
         EXPECT_EQ(IsNumeric(text), numeric) << text;
     }
-    EXPECT_DOUBLE_EQ(Val(std::string_view("2.55", 3)), 2.5);  // a view ends where it ends
+    EXPECT_DOUBLE_EQ(Val(std::string_view("255", 2)), 25);    // a view ends where it ends
+    EXPECT_DOUBLE_EQ(Val(std::string_view("2.55", 3)), 2.5);  // in its fraction too
     EXPECT_DOUBLE_EQ(Val(std::string_view("2e55", 3)), 2e5);  // its exponent too
     const double huge = 1e300, infinity = std::numeric_limits<double>::infinity();
     const long long most = 9200000000000000000LL;

@@ -76,7 +76,7 @@ class EndToEnd(unittest.TestCase):
     def test_exit_statuses(self):
         quick = ["--dir", "{out}", "--timeout", "0.2"]
         for name, args, status, text in [
-            ("usage", ["--url", HOST], 64, b"--dir FOLDER is required"),
+            ("usage", ["--url", HOST, "--dir", " "], 64, b"--dir FOLDER is required"),  # a blank one too
             ("version", ["--version"], 0, b"Vantorin Website Downloader 1.9\n"),
             ("connections-24", ["--url", HOST + "/a.html", "--connections", "24", *quick], 0, DONE_LINE),
             ("hint", ["--url", "https://" + HOST + "/", *quick], 4, b'Hint: the address starts with "https://"'),
